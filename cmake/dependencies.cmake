@@ -1,0 +1,12 @@
+# The three libraries, taken from the distribution's packages as system headers.
+find_package(fmt REQUIRED)
+
+find_path(RAPIDJSON_INCLUDE_DIR rapidjson/document.h REQUIRED)
+add_library(quenfold_rapidjson INTERFACE)
+target_include_directories(quenfold_rapidjson SYSTEM INTERFACE ${RAPIDJSON_INCLUDE_DIR})
+
+find_path(CJSON_INCLUDE_DIR cjson/cJSON.h REQUIRED)
+find_library(CJSON_LIBRARY cjson REQUIRED)
+add_library(quenfold_cjson INTERFACE)
+target_include_directories(quenfold_cjson SYSTEM INTERFACE ${CJSON_INCLUDE_DIR})
+target_link_libraries(quenfold_cjson INTERFACE ${CJSON_LIBRARY})

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <fmt/core.h>
+
+#include <stdexcept>
+#include <utility>
+
+namespace quenfold {
+
+/// The one way to report a failure: `throw runtimeError("{} not found", name);`.
+/// The driver prints the message and ends the run with status 1.
+template <typename... Args>
+std::runtime_error runtimeError(fmt::format_string<Args...> message, Args&&... args) {
+  return std::runtime_error(fmt::format(message, std::forward<Args>(args)...));
+}
+
+}  // namespace quenfold

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quenfold {
+
+/// The text of a whole file without its newline characters; carriage returns and all other bytes
+/// stay. Throws "error while opening file: <path>" or, when the file opens but cannot be read (a
+/// directory, a failing disk), "error while reading file: <path>".
+std::string readFile(const std::string& path);
+
+/// The text of standard input up to its end, without newline characters. Throws
+/// "error while reading file: standard input".
+std::string readStandardInput();
+
+/// Creates or truncates the file and writes the bytes as they are. Returns only after the system
+/// has accepted every byte. Throws "error while opening file: <path>" or
+/// "error while writing file: <path>".
+void writeFile(const std::string& path, std::string_view text);
+
+/// Writes the bytes as they are, nothing added. Throws
+/// "error while writing file: standard output".
+void writeStandardOutput(std::string_view text);
+
+/// directory + "/" + name, or the bare name when the directory is empty. A directory that already
+/// ends in "/" gives a doubled one, which the system ignores.
+std::string joinPath(const std::string& directory, std::string_view name);
+
+}  // namespace quenfold

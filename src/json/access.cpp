@@ -1,0 +1,57 @@
+#include "json/access.h"
+
+#include <limits>
+
+#include "app/error.h"
+
+namespace quenfold {
+namespace {
+
+const JsonValue& memberOf(const JsonValue& value, const char* name, std::string_view caller) {
+  if (!value.IsObject()) {
+    throw runtimeError("{} passed non-object", caller);
+  }
+  const auto member = value.FindMember(name);
+  if (member == value.MemberEnd()) {
+    throw runtimeError("{} not found", name);
+  }
+  return member->value;
+}
+
+}  // namespace
+
+std::string_view jsonText(const JsonValue& string) { return string.GetString(); }
+
+std::string jsonGetString(const JsonValue& value, const char* name) {
+  return std::string(jsonViewString(value, name));
+}
+
+std::string_view jsonViewString(const JsonValue& value, const char* name) {
+  const JsonValue& member = memberOf(value, name, "jsonGetString");
+  if (!member.IsString()) {
+    throw runtimeError("{} is not string", name);
+  }
+  return jsonText(member);
+}
+
+std::int32_t jsonGetInt(const JsonValue& value, const char* name) {
+  const JsonValue& member = memberOf(value, name, "jsonGetInt");
+  if (!member.IsInt()) {
+    throw runtimeError("{} is not number", name);
+  }
+  return member.GetInt();
+}
+
+std::int32_t jsonToInt32(const JsonValue& number) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  const double value = number.GetDouble();
+  if (value <= Limits::min()) {
+    return Limits::min();
+  }
+  if (value >= Limits::max()) {
+    return Limits::max();
+  }
+  return static_cast<std::int32_t>(value);
+}
+
+}  // namespace quenfold

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "json/document.h"
+
+namespace quenfold {
+
+/// A JSON string as this program takes it: its bytes up to the first zero byte. The view lives as
+/// long as the document's text.
+std::string_view jsonText(const JsonValue& string);
+
+/// The string member `name` (the first of that name) of an object. Throws
+/// "jsonGetString passed non-object", "<name> not found" or "<name> is not string".
+std::string jsonGetString(const JsonValue& value, const char* name);
+
+/// The same without the copy; the view lives as long as the document's text.
+std::string_view jsonViewString(const JsonValue& value, const char* name);
+
+/// The member `name` of an object as a number that is an integer of 32 bits. Throws
+/// "jsonGetInt passed non-object", "<name> not found" or "<name> is not number".
+std::int32_t jsonGetInt(const JsonValue& value, const char* name);
+
+/// Any JSON number as an integer of 32 bits: cut toward zero, then limited to the type's range.
+std::int32_t jsonToInt32(const JsonValue& number);
+
+}  // namespace quenfold

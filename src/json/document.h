@@ -1,0 +1,77 @@
+#pragma once
+
+// The one place that sets up RapidJSON; nothing else includes it. Its assertions and failed
+// allocations become exceptions, so that no input reaches an abort or a null pointer.
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace quenfold {
+
+/// Throws a runtime error that names the library's condition.
+[[noreturn]] void throwJsonAssertion(const char* condition);
+
+}  // namespace quenfold
+
+#define RAPIDJSON_ASSERT(condition) \
+  ((condition) ? static_cast<void>(0) : ::quenfold::throwJsonAssertion(#condition))
+// Doubles and 64-bit integers live in the library's memory: 32-bit ARM wants them on 8 bytes.
+#define RAPIDJSON_ALIGN(size) (((size) + 7U) & ~static_cast<decltype((size) + 7U)>(7U))
+
+#include <rapidjson/document.h>
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+namespace quenfold {
+
+/// The library's allocator concept over malloc, throwing std::bad_alloc.
+class JsonAllocator {
+ public:
+  static const bool kNeedFree = true;
+  static void* Malloc(std::size_t size);                                         // NOLINT
+  static void* Realloc(void* memory, std::size_t oldSize, std::size_t newSize);  // NOLINT
+  static void Free(void* memory);                                                // NOLINT
+};
+
+using JsonEncoding = rapidjson::UTF8<>;
+using JsonPool = rapidjson::MemoryPoolAllocator<JsonAllocator>;
+using JsonDocument = rapidjson::GenericDocument<JsonEncoding, JsonPool, JsonAllocator>;
+using JsonValue = JsonDocument::ValueType;
+
+/// Parses in place: the document's strings live in `text`, which must stay as it is as long as the
+/// document does. A text that is not JSON gives a null document. Nesting is bounded by memory, not
+/// by the stack. Throws std::bad_alloc.
+JsonDocument parseJson(std::string& text);
+
+/// What the writers write into.
+using JsonBuffer = rapidjson::GenericStringBuffer<JsonEncoding, JsonAllocator>;
+
+/// No white space at all.
+using CompactJsonWriter = rapidjson::Writer<JsonBuffer, JsonEncoding, JsonEncoding, JsonAllocator>;
+
+/// Four blanks a level, one member a line, every array on one line.
+class PrettyJsonWriter
+    : public rapidjson::PrettyWriter<JsonBuffer, JsonEncoding, JsonEncoding, JsonAllocator> {
+ public:
+  explicit PrettyJsonWriter(JsonBuffer& buffer) : PrettyWriter(buffer) {
+    SetFormatOptions(rapidjson::kFormatSingleLineArray);
+  }
+};
+
+/// What was written so far; valid until more is written.
+std::string_view textOf(const JsonBuffer& buffer);
+
+/// Writers take lengths of 32 bits.
+template <typename Writer>
+void writeKey(Writer& writer, std::string_view key) {
+  writer.Key(key.data(), static_cast<rapidjson::SizeType>(key.size()));
+}
+
+template <typename Writer>
+void writeString(Writer& writer, std::string_view text) {
+  writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+}
+
+}  // namespace quenfold

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace quenfold::test {
+
+/// A folder of its own for one test, removed at the end.
+class ScratchFolder {
+ public:
+  ScratchFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "quenfold-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) {
+      throw std::system_error(errno, std::generic_category(), "mkdtemp");
+    }
+    folder_ = pattern;
+  }
+  ~ScratchFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(folder_, ignored);
+  }
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+  [[nodiscard]] std::string path() const { return folder_.string(); }
+  [[nodiscard]] std::string path(std::string_view name) const { return (folder_ / name).string(); }
+
+  /// Writes the bytes and gives the file's path.
+  [[nodiscard]] std::string file(std::string_view name, std::string_view bytes) const {
+    std::ofstream(path(name), std::ios::binary) << bytes;
+    return path(name);
+  }
+
+  /// The bytes of a file, newline characters included.
+  [[nodiscard]] std::string bytesOf(std::string_view name) const {
+    std::ifstream in(path(name), std::ios::binary);
+    EXPECT_TRUE(in) << name;
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+  }
+
+ private:
+  std::filesystem::path folder_;
+};
+
+/// The message of the standard exception that the call throws; a test failure when there is none.
+template <typename Call>
+std::string messageOf(Call call) {
+  try {
+    call();
+  } catch (const std::exception& failure) {
+    return failure.what();
+  }
+  ADD_FAILURE() << "nothing was thrown";
+  return {};
+}
+
+/// What the call writes to standard error.
+template <typename Call>
+std::string standardErrorOf(Call call) {
+  testing::internal::CaptureStderr();
+  call();
+  return testing::internal::GetCapturedStderr();
+}
+
+}  // namespace quenfold::test

@@ -1,0 +1,78 @@
+#include <gtest/gtest.h>
+
+#include "app/files.h"
+#include "support/scratch.h"
+
+namespace quenfold {
+namespace {
+
+TEST(ReadFile, DropsNewlinesAlone) {
+  const test::ScratchFolder scratch;
+  EXPECT_EQ(readFile(scratch.file("two", "a\nb\n")), "ab");
+  EXPECT_EQ(readFile(scratch.file("last", "a\n\n\nb")), "ab");
+  EXPECT_EQ(readFile(scratch.file("dos", "a\r\nb")), "a\rb");
+  EXPECT_EQ(readFile(scratch.file("empty", "")), "");
+  EXPECT_EQ(readFile(scratch.file("bytes", std::string_view("\0\xff\n\x80", 4))),
+            std::string("\0\xff\x80", 3));
+}
+
+TEST(ReadFile, ReadsMoreThanOneChunk) {
+  const test::ScratchFolder scratch;
+  std::string bytes;
+  std::string expected;
+  for (int line = 0; line < 40000; ++line) {
+    bytes += std::to_string(line) + '\n';
+    expected += std::to_string(line);
+  }
+  ASSERT_GT(bytes.size(), 200000U);
+  EXPECT_EQ(readFile(scratch.file("long", bytes)), expected);
+}
+
+TEST(ReadFile, NamesAMissingFile) {
+  const test::ScratchFolder scratch;
+  const std::string path = scratch.path("none.json");
+  EXPECT_EQ(test::messageOf([&] { readFile(path); }), "error while opening file: " + path);
+}
+
+TEST(ReadFile, NamesADirectoryAsUnreadable) {
+  const test::ScratchFolder scratch;
+  EXPECT_EQ(test::messageOf([&] { readFile(scratch.path()); }),
+            "error while reading file: " + scratch.path());
+}
+
+TEST(WriteFile, WritesTheBytesAsTheyAre) {
+  const test::ScratchFolder scratch;
+  const std::string bytes("\0a\n\xff", 4);
+  writeFile(scratch.path("out"), bytes);
+  EXPECT_EQ(scratch.bytesOf("out"), bytes);
+}
+
+TEST(WriteFile, TruncatesAnExistingFile) {
+  const test::ScratchFolder scratch;
+  writeFile(scratch.file("out", "something long"), "");
+  EXPECT_EQ(scratch.bytesOf("out"), "");
+}
+
+TEST(WriteFile, NamesAPathThatCannotBeOpened) {
+  const test::ScratchFolder scratch;
+  const std::string path = scratch.path("missing/out");
+  EXPECT_EQ(test::messageOf([&] { writeFile(path, "x"); }), "error while opening file: " + path);
+}
+
+TEST(WriteFile, NoticesAFullDiskForOneByteAndForMany) {
+  EXPECT_EQ(test::messageOf([] { writeFile("/dev/full", "x"); }),
+            "error while writing file: /dev/full");
+  EXPECT_EQ(test::messageOf([] { writeFile("/dev/full", std::string(1000000, 'x')); }),
+            "error while writing file: /dev/full");
+}
+
+TEST(JoinPath, AlwaysInsertsTheSlash) {
+  EXPECT_EQ(joinPath("dir", "a"), "dir/a");
+  EXPECT_EQ(joinPath("dir/", "a"), "dir//a");
+  EXPECT_EQ(joinPath("dir", "/a"), "dir//a");
+  EXPECT_EQ(joinPath("", "a"), "a");
+  EXPECT_EQ(joinPath("dir", ""), "dir/");
+}
+
+}  // namespace
+}  // namespace quenfold

@@ -1,0 +1,126 @@
+#include <gtest/gtest.h>
+
+#include "app/text.h"
+#include "support/scratch.h"
+
+namespace quenfold {
+namespace {
+
+using Pieces = std::vector<std::string>;
+
+TEST(Split, KeepsEmptyPieces) {
+  EXPECT_EQ(split("a,,b", ','), (Pieces{"a", "", "b"}));
+  EXPECT_EQ(split("a,b,", ','), (Pieces{"a", "b", ""}));
+  EXPECT_EQ(split(",a", ','), (Pieces{"", "a"}));
+  EXPECT_EQ(split("", ','), (Pieces{""}));
+  EXPECT_EQ(split("no delimiter", ','), (Pieces{"no delimiter"}));
+}
+
+TEST(SplitItr, GivesFiveTokens) {
+  const std::string_view text = "a.bb..d.e";
+  const auto tokens = split_itr(text, '.');
+  Pieces pieces;
+  for (const TokenRange& token : tokens) {
+    pieces.emplace_back(text.substr(token.begin, token.end - token.begin));
+  }
+  EXPECT_EQ(pieces, (Pieces{"a", "bb", "", "d", "e"}));
+}
+
+TEST(SplitItr, LeavesUnusedRangesEmpty) {
+  const auto tokens = split_itr("ab.c", '.');
+  EXPECT_EQ(tokens[1].begin, 3U);
+  EXPECT_EQ(tokens[1].end, 4U);
+  for (std::size_t i = 2; i < tokens.size(); ++i) {
+    EXPECT_EQ(tokens.at(i).begin, tokens.at(i).end) << i;
+  }
+}
+
+TEST(SplitItr, RejectsASixthToken) {
+  EXPECT_EQ(test::messageOf([] { split_itr("a.b.c.d.e.f", '.'); }), "split_itr - too many tokens.");
+  EXPECT_EQ(test::messageOf([] { split_itr("a.b.c.d.e.", '.'); }), "split_itr - too many tokens.");
+}
+
+struct UnsignedCase {
+  const char* text;
+  int base;
+  bool ok;
+  std::uint32_t value;
+};
+
+class ParseUnsigned : public testing::TestWithParam<UnsignedCase> {};
+
+TEST_P(ParseUnsigned, AgreesWithA32BitHost) {
+  std::uint32_t value = 77;
+  EXPECT_EQ(parseUnsigned(GetParam().text, value, GetParam().base), GetParam().ok);
+  EXPECT_EQ(value, GetParam().value);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Texts, ParseUnsigned,
+    testing::Values(UnsignedCase{"12x", 10, true, 12}, UnsignedCase{"x", 10, false, 0},
+                    UnsignedCase{"", 10, false, 0}, UnsignedCase{" \t\n\v\f\r7", 10, true, 7},
+                    UnsignedCase{"   ", 10, false, 0}, UnsignedCase{"+5", 10, true, 5},
+                    UnsignedCase{"+-5", 10, false, 0}, UnsignedCase{"-", 10, false, 0},
+                    UnsignedCase{"-1", 10, true, 4294967295U},
+                    UnsignedCase{"-4294967295", 10, true, 1},
+                    UnsignedCase{"-4294967296", 10, false, 4294967295U},
+                    UnsignedCase{"4294967295", 10, true, 4294967295U},
+                    UnsignedCase{"4294967296", 10, false, 4294967295U},
+                    UnsignedCase{"99999999999999999999999", 10, false, 4294967295U},
+                    UnsignedCase{"0x1F", 16, true, 31}, UnsignedCase{"ffg", 16, true, 255},
+                    UnsignedCase{"0xg", 16, true, 0}, UnsignedCase{"0x1F", 10, true, 0},
+                    UnsignedCase{"0X1f", 0, true, 31}, UnsignedCase{"017", 0, true, 15},
+                    UnsignedCase{"17", 0, true, 17}, UnsignedCase{"z", 36, true, 35},
+                    UnsignedCase{"1", 1, false, 0}, UnsignedCase{"1", 37, false, 0},
+                    UnsignedCase{"1", -1, false, 0}));
+
+struct SignedCase {
+  const char* text;
+  bool ok;
+  std::int32_t value;
+};
+
+class ParseSigned : public testing::TestWithParam<SignedCase> {};
+
+TEST_P(ParseSigned, AgreesWithA32BitHost) {
+  std::int32_t value = 77;
+  EXPECT_EQ(parseSigned(GetParam().text, value, 10), GetParam().ok);
+  EXPECT_EQ(value, GetParam().value);
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, ParseSigned,
+                         testing::Values(SignedCase{"12x", true, 12}, SignedCase{"x", false, 0},
+                                         SignedCase{"", false, 0}, SignedCase{" +7]", true, 7},
+                                         SignedCase{"-1", true, -1}, SignedCase{"-0", true, 0},
+                                         SignedCase{"007", true, 7}, SignedCase{"- 1", false, 0},
+                                         SignedCase{"2147483647", true, 2147483647},
+                                         SignedCase{"2147483648", false, 2147483647},
+                                         SignedCase{"-2147483648", true, -2147483647 - 1},
+                                         SignedCase{"-2147483649", false, -2147483647 - 1},
+                                         SignedCase{"99999999999", false, 2147483647},
+                                         SignedCase{"-99999999999999999999999", false,
+                                                    -2147483647 - 1}));
+
+TEST(ParseSigned, NeverReadsPastTheView) {
+  const std::string digits = "123456";
+  std::int32_t value = 0;
+  EXPECT_TRUE(parseSigned(std::string_view(digits).substr(0, 3), value, 10));
+  EXPECT_EQ(value, 123);
+}
+
+TEST(ParseWholeUnsigned, WantsNothingAfterTheDigits) {
+  std::uint32_t value = 0;
+  EXPECT_TRUE(parseWholeUnsigned(" 9", value));
+  EXPECT_EQ(value, 9U);
+  EXPECT_TRUE(parseWholeUnsigned("007", value));
+  EXPECT_EQ(value, 7U);
+  EXPECT_TRUE(parseWholeUnsigned("-4", value));
+  EXPECT_EQ(value, 4294967292U);
+  EXPECT_FALSE(parseWholeUnsigned("5 ", value));
+  EXPECT_FALSE(parseWholeUnsigned("7x", value));
+  EXPECT_FALSE(parseWholeUnsigned("", value));
+  EXPECT_FALSE(parseWholeUnsigned("4294967296", value));
+}
+
+}  // namespace
+}  // namespace quenfold

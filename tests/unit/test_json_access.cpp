@@ -1,0 +1,96 @@
+#include <gtest/gtest.h>
+
+#include "json/access.h"
+#include "support/scratch.h"
+
+namespace quenfold {
+namespace {
+
+/// A document together with the text that it lives in.
+struct Parsed {
+  explicit Parsed(std::string json) : text(std::move(json)), root(parseJson(text)) {}
+  std::string text;
+  JsonDocument root;
+};
+
+std::string stringMessage(const char* json, const char* name) {
+  const Parsed parsed(json);
+  return test::messageOf([&] { jsonGetString(parsed.root, name); });
+}
+
+std::string intMessage(const char* json, const char* name) {
+  const Parsed parsed(json);
+  return test::messageOf([&] { jsonGetInt(parsed.root, name); });
+}
+
+TEST(JsonGetString, ChecksInOrder) {
+  EXPECT_EQ(stringMessage("[]", "label"), "jsonGetString passed non-object");
+  EXPECT_EQ(stringMessage("{}", "label"), "label not found");
+  EXPECT_EQ(stringMessage(R"({"label": 5})", "label"), "label is not string");
+  EXPECT_EQ(stringMessage(R"({"serial": null})", "serial"), "serial is not string");
+  EXPECT_EQ(stringMessage(R"({"Label": "x"})", "label"), "label not found");
+}
+
+TEST(JsonGetString, TakesTheFirstMemberUpToAZeroByte) {
+  EXPECT_EQ(jsonGetString(Parsed(R"({"a":"x","a":"y"})").root, "a"), "x");
+  EXPECT_EQ(jsonGetString(Parsed(R"({"a":"x\u0000y"})").root, "a"), "x");
+  EXPECT_EQ(jsonGetString(Parsed(R"({"a":"\u00e9\n"})").root, "a"), "\xc3\xa9\n");
+  EXPECT_EQ(jsonGetString(Parsed("{\"a\":\"\xff\xfe\"}").root, "a"), "\xff\xfe");
+}
+
+TEST(JsonGetInt, ChecksInOrder) {
+  EXPECT_EQ(intMessage("[1]", "id"), "jsonGetInt passed non-object");
+  EXPECT_EQ(intMessage("{}", "id"), "id not found");
+  EXPECT_EQ(intMessage(R"({"id": "7"})", "id"), "id is not number");
+  EXPECT_EQ(intMessage(R"({"id": 3.5})", "id"), "id is not number");
+  EXPECT_EQ(intMessage(R"({"id": 3.0})", "id"), "id is not number");
+  EXPECT_EQ(intMessage(R"({"id": 4294967295})", "id"), "id is not number");
+  EXPECT_EQ(intMessage(R"({"id": 2147483648})", "id"), "id is not number");
+  EXPECT_EQ(intMessage(R"({"id": true})", "id"), "id is not number");
+}
+
+TEST(JsonGetInt, GivesTheWholeRange) {
+  EXPECT_EQ(jsonGetInt(Parsed(R"({"id": -7})").root, "id"), -7);
+  EXPECT_EQ(jsonGetInt(Parsed(R"({"id": 2147483647})").root, "id"), 2147483647);
+  EXPECT_EQ(jsonGetInt(Parsed(R"({"id": -2147483648})").root, "id"), -2147483647 - 1);
+}
+
+TEST(JsonToInt32, CutsTowardZeroThenSaturates) {
+  const auto toInt32 = [](const char* number) {
+    return jsonToInt32(Parsed(std::string("[") + number + "]").root[0]);
+  };
+  EXPECT_EQ(toInt32("3.9"), 3);
+  EXPECT_EQ(toInt32("-3.9"), -3);
+  EXPECT_EQ(toInt32("-0.5"), 0);
+  EXPECT_EQ(toInt32("2147483647"), 2147483647);
+  EXPECT_EQ(toInt32("2147483647.5"), 2147483647);
+  EXPECT_EQ(toInt32("2147483648"), 2147483647);
+  EXPECT_EQ(toInt32("-2147483648"), -2147483647 - 1);
+  EXPECT_EQ(toInt32("-2147483649"), -2147483647 - 1);
+  EXPECT_EQ(toInt32("18446744073709551615"), 2147483647);
+  EXPECT_EQ(toInt32("-9223372036854775808"), -2147483647 - 1);
+  EXPECT_EQ(toInt32("1e300"), 2147483647);
+  EXPECT_EQ(toInt32("-1e300"), -2147483647 - 1);
+}
+
+TEST(ParseJson, GivesNullForWhatIsNotJson) {
+  for (const char* text : {"", "x", "{", "[1,]", "{\"a\":1} x", "\"\\ud800\"", "nul", "01"}) {
+    EXPECT_TRUE(Parsed(text).root.IsNull()) << text;
+  }
+}
+
+TEST(ParseJson, SurvivesDeepNesting) {
+  constexpr std::size_t kDepth = 200000;
+  const std::string open(kDepth, '[');
+  EXPECT_TRUE(Parsed(open).root.IsNull());
+  EXPECT_TRUE(Parsed(open + std::string(kDepth, ']')).root.IsArray());
+}
+
+TEST(ParseJson, ReadsNoTableOutOfRange) {
+  // The library's exponent arithmetic overflows on this number, which is a valid one.
+  EXPECT_EQ(test::messageOf([] { Parsed("[1.0000000000e-2147483639]"); }).substr(0, 12),
+            "JSON library");
+}
+
+}  // namespace
+}  // namespace quenfold
