@@ -1,5 +1,6 @@
 #include "json/document.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
@@ -37,6 +38,10 @@ JsonDocument parseJson(std::string& text) {
 }
 
 std::string_view textOf(const JsonBuffer& buffer) { return {buffer.GetString(), buffer.GetSize()}; }
+
+void append(JsonBuffer& buffer, std::string_view bytes) {
+  std::copy(bytes.begin(), bytes.end(), buffer.Push(bytes.size()));
+}
 
 }  // namespace quenfold
 
