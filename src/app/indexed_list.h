@@ -71,7 +71,7 @@ class IndexedList {
   }
 
   template <typename Key>
-  std::size_t searched(const Key& key) const {
+  [[nodiscard]] std::size_t searched(const Key& key) const {
     std::size_t position = 0;
     while (position < items_.size() && !(keyAt(position) == key)) {
       ++position;
@@ -80,7 +80,7 @@ class IndexedList {
   }
 
   template <typename Key>
-  std::size_t indexed(const Key& key) const {
+  [[nodiscard]] std::size_t indexed(const Key& key) const {
     const auto [first, last] = index_->equal_range(hashOf(key));
     for (auto entry = first; entry != last; ++entry) {
       if (keyAt(entry->second) == key) {

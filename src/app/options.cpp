@@ -37,7 +37,7 @@ constexpr std::array<std::string_view, 19> kUsage = {
 
 }  // namespace
 
-std::optional<Options> parseOptions(int argc, char* argv[]) {
+std::optional<Options> parseOptions(int argc, char** argv) {
   Options options;
   // getopt answers an int: a plain char would never equal -1 where char is unsigned.
   for (int option = 0; (option = getopt(argc, argv, "hi:o:vpd:s:uf:")) != -1;) {

@@ -67,7 +67,8 @@ SplitPort splitPort(std::string_view portText) {
 
 std::size_t hashOf(const PortString& port) {
   // The number spreads over the bits by the 32-bit golden ratio.
-  return hashOf(std::string_view(port.name)) ^ (static_cast<std::uint32_t>(port.id) * 0x9E3779B1U);
+  const std::uint32_t spread = static_cast<std::uint32_t>(port.id) * 0x9E3779B1U;
+  return hashOf(std::string_view(port.name)) ^ spread;
 }
 
 PortString parsePortString(std::string_view portPart) {

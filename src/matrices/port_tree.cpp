@@ -84,20 +84,20 @@ PortTypeGroup loadGroup(const JsonValue& value) {
   if (!value.IsObject()) {
     throw runtimeError("Loaded Port Tree PortTypeGroup is not object");
   }
-  const auto port = value.FindMember(kGroupPort);
-  if (port == value.MemberEnd()) {
+  const JsonValue* const port = findMember(value, kGroupPort);
+  if (port == nullptr) {
     throw runtimeError("PortTypeGroup parse error, port not found");
   }
   PortTypeGroup group;
-  loadPort(port->value, group);
-  const auto types = value.FindMember(kGroupTypes);
-  if (types == value.MemberEnd()) {
+  loadPort(*port, group);
+  const JsonValue* const types = findMember(value, kGroupTypes);
+  if (types == nullptr) {
     throw runtimeError("PortTypeGroup parse error, types not found");
   }
-  if (!types->value.IsArray()) {
+  if (!types->IsArray()) {
     throw runtimeError("PortTypeGroup parse error, types is not array");
   }
-  for (const JsonValue& type : types->value.GetArray()) {
+  for (const JsonValue& type : types->GetArray()) {
     auto [name, channels] = loadStringRangePair(type);
     group.types.insert_or_assign(std::move(name), channels);
   }

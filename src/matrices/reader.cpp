@@ -19,32 +19,32 @@ const JsonValue& matricesOf(const JsonDocument& root) {
   if (!root.IsObject()) {
     throw runtimeError("matrices.json root object is not array.");
   }
-  const auto config = root.FindMember(kConfig);
-  if (config == root.MemberEnd()) {
+  const JsonValue* const config = findMember(root, kConfig);
+  if (config == nullptr) {
     throw runtimeError("matrices.json Config not found.");
   }
-  if (!config->value.IsObject()) {
+  if (!config->IsObject()) {
     throw runtimeError("matrices.json Config is not object.");
   }
-  const auto matrices = config->value.FindMember(kMatrices);
-  if (matrices == config->value.MemberEnd()) {
+  const JsonValue* const matrices = findMember(*config, kMatrices);
+  if (matrices == nullptr) {
     throw runtimeError("matrices.json Config.Matrices not found.");
   }
-  if (!matrices->value.IsArray()) {
+  if (!matrices->IsArray()) {
     throw runtimeError("matrices.json Config.Matrices is not array.");
   }
-  return matrices->value;
+  return *matrices;
 }
 
 const JsonValue& portsOf(const JsonValue& matrix) {
-  const auto ports = matrix.FindMember(kMatrixPorts);
-  if (ports == matrix.MemberEnd()) {
+  const JsonValue* const ports = findMember(matrix, kMatrixPorts);
+  if (ports == nullptr) {
     throw runtimeError("matrices.json matrix ports not found.");
   }
-  if (!ports->value.IsArray()) {
+  if (!ports->IsArray()) {
     throw runtimeError("matrices.json matrix ports is not array.");
   }
-  return ports->value;
+  return *ports;
 }
 
 void addDeviceLabel(MatricesModel& model, const std::string& matrixName, std::string serial) {
@@ -58,9 +58,8 @@ void addDeviceLabel(MatricesModel& model, const std::string& matrixName, std::st
 }
 
 std::int32_t matrixType(const JsonValue& matrix) {
-  const auto type = matrix.FindMember(kMatrixType);
-  const bool isNumber = type != matrix.MemberEnd() && type->value.IsNumber();
-  return isNumber ? jsonToInt32(type->value) : 0;
+  const JsonValue* const type = findMember(matrix, kMatrixType);
+  return type != nullptr && type->IsNumber() ? jsonToInt32(*type) : 0;
 }
 
 /// Kept on purpose: a label that merely begins with the whole port string is no alias.

@@ -13,6 +13,7 @@
 #include "app/error.h"
 #include "app/files.h"
 #include "app/stage_timer.h"
+#include "json/access.h"
 #include "json/document.h"
 #include "json/label_files.h"
 #include "json/sections.h"
@@ -37,10 +38,11 @@ PortTree loadTree(const std::string& path, TimePoint& runStage) {
   std::string text = readFile(path);
   const JsonDocument root = parseJson(text);
   logElapsed(runStage, "  Parsed JSON");
-  if (!root.IsObject() || !root.HasMember(kMatricesSection)) {
+  const JsonValue* const matrices = findMember(root, kMatricesSection);
+  if (matrices == nullptr) {
     throw runtimeError("matrices object not found");
   }
-  PortTree tree = unpacking::loadPortTree(root[kMatricesSection]);
+  PortTree tree = unpacking::loadPortTree(*matrices);
   logElapsed(runStage, "  Created Devices List");
   return tree;
 }
