@@ -78,5 +78,36 @@ TEST(IndexedList, HoldsNumbers) {
   EXPECT_EQ(numbers[0], 40);
 }
 
+/// A key that counts how often it is compared.
+struct CountedKey {
+  std::int32_t value = 0;
+  static inline std::size_t comparisons = 0;
+};
+
+bool operator==(const CountedKey& a, const CountedKey& b) {
+  ++CountedKey::comparisons;
+  return a.value == b.value;
+}
+
+std::size_t hashOf(const CountedKey& key) { return quenfold::hashOf(key.value); }
+
+const CountedKey& itself(const CountedKey& key) { return key; }
+
+TEST(IndexedList, ComparesAsOftenForEachOfManyItemsAsForEachOfFew) {
+  const auto comparisonsPerItem = [](std::int32_t count) {
+    CountedKey::comparisons = 0;
+    IndexedList<CountedKey, itself> list;
+    for (int round = 0; round < 2; ++round) {
+      for (std::int32_t i = count; i > 0; --i) {
+        list.findOrAppend(CountedKey{i}, [i] { return CountedKey{i}; });
+      }
+    }
+    EXPECT_EQ(list.size(), static_cast<std::size_t>(count));
+    return CountedKey::comparisons / static_cast<std::size_t>(count);
+  };
+  EXPECT_LE(comparisonsPerItem(1000), 10U);
+  EXPECT_LE(comparisonsPerItem(100000), comparisonsPerItem(1000));
+}
+
 }  // namespace
 }  // namespace quenfold

@@ -136,19 +136,49 @@ TEST(Consolidate, ReplacesEarlierGroups) {
 }
 
 TEST(PackTree, FindsPortsAmongMany) {
+  constexpr int kPorts = 50000;
   DeviceList devices;
   for (int round = 0; round < 2; ++round) {
-    for (int id = 300; id > 0; --id) {
+    for (int id = kPorts; id > 0; --id) {
       addPort(devices, splitPort(fmt::format("d.s.in[{}].a.ch{}", id, round)));
       addPort(devices, splitPort(fmt::format("d.s.out[{}].a.ch{}", id, round)));
     }
   }
   PackSlot& slot = *devices.begin()->slots.begin();
-  EXPECT_EQ(slot.ports.size(), 600U);
+  EXPECT_EQ(slot.ports.size(), 2U * kPorts);
   consolidate(slot);
   ASSERT_EQ(slot.groups.size(), 2U);
+  EXPECT_EQ(slot.groups[0].port, "in[]");
   EXPECT_EQ(slot.groups[0].first, 1);
-  EXPECT_EQ(slot.groups[1].last, 300);
+  EXPECT_EQ(slot.groups[0].last, kPorts);
+  EXPECT_EQ(slot.groups[1].port, "out[]");
+}
+
+TEST(PackTree, GrowsInEveryList) {
+  constexpr int kMany = 20000;
+  DeviceList devices;
+  for (int i = 0; i < kMany; ++i) {
+    addPort(devices, splitPort(fmt::format("d{}.s.in[1].a.ch1", i)));
+    addPort(devices, splitPort(fmt::format("d.s{}.in[1].a.ch1", i)));
+    addPort(devices, splitPort(fmt::format("d.s.p{}[1].a.ch1", i)));
+    addPort(devices, splitPort(fmt::format("d.t.in[1].a{}.ch1", i)));
+    addPort(devices, splitPort(fmt::format("d.u.in[1].a.ch{}", i)));
+    addPort(devices, splitPort(fmt::format("d.v.in[{}].a.ch{}", i % 5000, i)));
+  }
+  EXPECT_EQ(devices.size(), kMany + 1U);
+  PackDevice& device = devices.findOrAppend(std::string_view("d"), [] { return PackDevice(); });
+  EXPECT_EQ(device.slots.size(), kMany + 4U);
+  for (PackSlot& slot : device.slots) {
+    consolidate(slot);
+  }
+  const auto groupsOfSlot = [&](std::string_view name) {
+    const PackSlot* const slot = device.slots.find(name);
+    return slot == nullptr ? 0 : slot->groups.size();
+  };
+  EXPECT_EQ(groupsOfSlot("s"), static_cast<std::size_t>(kMany)) << "one layout, many patterns";
+  EXPECT_EQ(groupsOfSlot("v"), 5000U) << "many layouts, one pattern";
+  EXPECT_EQ(groupsOfSlot("t"), 1U);
+  EXPECT_EQ(groupsOfSlot("u"), 1U);
 }
 
 }  // namespace
