@@ -18,15 +18,15 @@ std::uint64_t lengthOf(std::int32_t first, std::int32_t last) {
   return static_cast<std::uint64_t>(std::max<std::int64_t>(length, 0));
 }
 
-/// The ports of a group, more than the limit being all the same.
+constexpr std::uint64_t kTooMany = kMaxUnpackedPorts + 1;
+
+/// The ports of a group; all counts above the limit are one. Cut to that, no product can wrap.
 std::uint64_t countPorts(const PortTypeGroup& group) {
-  const std::uint64_t ports = lengthOf(group.first, group.last);
+  const std::uint64_t ports = std::min(lengthOf(group.first, group.last), kTooMany);
   std::uint64_t total = 0;
   for (const auto& [name, channels] : group.types) {
-    const std::uint64_t count = lengthOf(channels.first, channels.last);
-    // Both factors are at most 2^32: their product does not wrap unless it is 2^64 itself.
-    total += std::min(ports, kMaxUnpackedPorts + 1) * std::min(count, kMaxUnpackedPorts + 1);
-    total = std::min(total, kMaxUnpackedPorts + 1);
+    total += ports * std::min(lengthOf(channels.first, channels.last), kTooMany);
+    total = std::min(total, kTooMany);
   }
   return total;
 }

@@ -1,6 +1,8 @@
 #include <getopt.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include "app/options.h"
 #include "app/stage_timer.h"
 #include "support/scratch.h"
@@ -78,6 +80,13 @@ TEST(ParseOptions, IgnoresOtherArgumentsAnywhere) {
   ASSERT_TRUE(options);
   EXPECT_TRUE(options->pack);
   EXPECT_EQ(options->function, "matrices");
+}
+
+TEST(ParseOptions, HeedsNoEnvironmentVariable) {
+  ASSERT_EQ(setenv("POSIXLY_CORRECT", "1", 1), 0);
+  const auto options = parsed({"one", "-p"});
+  ASSERT_TRUE(options);
+  EXPECT_TRUE(options->pack);
 }
 
 TEST(ParseOptions, TakesAttachedArguments) {
