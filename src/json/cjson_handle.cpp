@@ -10,7 +10,7 @@ namespace {
 bool parserRanOutOfMemory = false;
 
 void* notingMalloc(std::size_t size) {
-  void* const memory = std::malloc(size);  // NOLINT(cppcoreguidelines-no-malloc): cJSON frees it
+  void* const memory = std::malloc(size);  // NOLINT: cJSON frees it
   parserRanOutOfMemory = parserRanOutOfMemory || memory == nullptr;
   return memory;
 }
