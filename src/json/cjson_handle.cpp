@@ -9,8 +9,9 @@ namespace {
 
 bool parserRanOutOfMemory = false;
 
+// cJSON frees what this gives.
 void* notingMalloc(std::size_t size) {
-  void* const memory = std::malloc(size);  // NOLINT: cJSON frees it
+  void* const memory = std::malloc(size);  // NOLINT(*-no-malloc,*-owning-memory)
   parserRanOutOfMemory = parserRanOutOfMemory || memory == nullptr;
   return memory;
 }

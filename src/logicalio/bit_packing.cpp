@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <limits>
 
 #include "app/error.h"
@@ -111,7 +110,7 @@ std::string writeBitPacking(const std::vector<BitPackToken>& tokens) {
       text += token.text;
     } else if (isField(token)) {
       const char type = token.kind == BitPackKind::kReference ? kReferenceType : kNumberType;
-      fmt::format_to(std::back_inserter(text), "{}{{{},{}}}", type, token.text, token.bits);
+      text += fmt::format("{}{{{},{}}}", type, token.text, token.bits);
     }
   }
   return text;

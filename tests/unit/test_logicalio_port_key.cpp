@@ -160,8 +160,8 @@ class KeyMaker {
     if (hexadecimal && below(10) == 0) {
       out += pick({"0x1", "0Xf"});
     }
-    const std::size_t sizes[] = {1, 1, 1, 2, 3, 7, 8, 9, 10, 10, 11, 12, 25};
-    const std::size_t size = below(50) == 0 ? 0 : sizes[below(std::size(sizes))];
+    constexpr std::array<std::size_t, 13> kSizes = {1, 1, 1, 2, 3, 7, 8, 9, 10, 10, 11, 12, 25};
+    const std::size_t size = below(50) == 0 ? 0 : kSizes.at(below(kSizes.size()));
     for (std::size_t i = 0; i < size; ++i) {
       out += digits[below(digits.size())];
     }

@@ -210,7 +210,7 @@ TEST(UnpackLogicalIO, TheTableIsCheckedBeforeTheLabelFiles) {
 }
 
 TEST(UnpackLogicalIO, StoredHashesAreNotCompared) {
-  for (const char* hash : {"null", "[1]", "{\"name\": \"x\"}", "{\"name\": -1}"}) {
+  for (const char* hash : {"null", "[1]", R"({"name": "x"})", R"({"name": -1})"}) {
     const std::string table = R"({"logicalSources": {"version": 10, "hash": )" + std::string(hash) +
                               ", " + kDict + R"(, "logicalIO": []}})";
     EXPECT_EQ(entriesOf(table), "[]") << hash;
@@ -228,7 +228,7 @@ TEST(ParsePackedLogicalIOTable, WantsTheTable) {
 // Entries
 
 TEST(UnpackLogicalIO, AnEntryNeedsAnId) {
-  for (const char* entry : {"{}", "5", "[1]", "null", "{\"name\": \"A\"}"}) {
+  for (const char* entry : {"{}", "5", "[1]", "null", R"({"name": "A"})"}) {
     EXPECT_EQ(unpackMessage(tableOf(entry)), "id not found") << entry;
   }
 }
