@@ -25,5 +25,4 @@ target_compile_options(
             $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-branches>
             $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond>
             $<$<CXX_COMPILER_ID:GNU>:-Wlogical-op>
-            $<$<CXX_COMPILER_ID:GNU>:-Wuseless-cast>
             $<$<BOOL:${QUENFOLD_WERROR}>:-Werror>)

@@ -5,7 +5,7 @@
 #include "app/driver.h"
 #include "app/options.h"
 
-int main(int argc, char* argv[]) {
+int main(int argc, char** argv) {
   try {
     const std::optional<quenfold::Options> options = quenfold::parseOptions(argc, argv);
     if (!options) {

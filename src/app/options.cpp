@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cstdlib>
 #include <iostream>
 #include <string_view>
 
@@ -37,8 +38,10 @@ constexpr std::array<std::string_view, 19> kUsage = {
 
 }  // namespace
 
-std::optional<Options> parseOptions(int argc, char* argv[]) {
+std::optional<Options> parseOptions(int argc, char** argv) {
   Options options;
+  // Would end the options at the first other argument; nothing but the command line counts here.
+  unsetenv("POSIXLY_CORRECT");
   // getopt answers an int: a plain char would never equal -1 where char is unsigned.
   for (int option = 0; (option = getopt(argc, argv, "hi:o:vpd:s:uf:")) != -1;) {
     switch (option) {

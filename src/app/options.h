@@ -19,7 +19,7 @@ struct Options {
 /// Reads the command line; the last of a repeated option wins. Sets `verbose` for -v. Empty when
 /// the usage text is wanted: -h, an unknown option or a missing argument (which getopt reports on
 /// standard error), whatever else was given. Arguments that are not options are ignored.
-std::optional<Options> parseOptions(int argc, char* argv[]);
+std::optional<Options> parseOptions(int argc, char** argv);
 
 /// Writes the usage text to standard error.
 void printUsage();

@@ -11,14 +11,22 @@ const JsonValue& memberOf(const JsonValue& value, const char* name, std::string_
   if (!value.IsObject()) {
     throw runtimeError("{} passed non-object", caller);
   }
-  const auto member = value.FindMember(name);
-  if (member == value.MemberEnd()) {
+  const JsonValue* const member = findMember(value, name);
+  if (member == nullptr) {
     throw runtimeError("{} not found", name);
   }
-  return member->value;
+  return *member;
 }
 
 }  // namespace
+
+const JsonValue* findMember(const JsonValue& value, const char* name) {
+  if (!value.IsObject()) {
+    return nullptr;
+  }
+  const auto member = value.FindMember(name);
+  return member == value.MemberEnd() ? nullptr : &member->value;
+}
 
 std::string_view jsonText(const JsonValue& string) { return string.GetString(); }
 

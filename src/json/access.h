@@ -12,6 +12,9 @@ namespace quenfold {
 /// long as the document's text.
 std::string_view jsonText(const JsonValue& string);
 
+/// The first member of that name; null when there is none or the value is no object.
+const JsonValue* findMember(const JsonValue& value, const char* name);
+
 /// The string member `name` (the first of that name) of an object. Throws
 /// "jsonGetString passed non-object", "<name> not found" or "<name> is not string".
 std::string jsonGetString(const JsonValue& value, const char* name);

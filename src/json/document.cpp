@@ -1,7 +1,12 @@
 #include "json/document.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
 #include <cstdlib>
 #include <new>
+#include <system_error>
+#include <utility>
 
 #include "app/error.h"
 
@@ -9,6 +14,44 @@
 // NOLINTBEGIN(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)
 
 namespace quenfold {
+namespace {
+
+/// Whether all of the text is an integer of that type, which is then stored.
+template <typename Integer>
+bool isWhole(std::string_view text, Integer& number) {
+  const char* const end = text.data() + text.size();
+  const auto [stop, status] = std::from_chars(text.data(), end, number);
+  return status == std::errc() && stop == end;
+}
+
+/// Receives the parser's events. Numbers come as text: the library's own conversion adds up
+/// exponents without a check and then reads outside its table of powers.
+class DocumentBuilder : public JsonDocument {
+ public:
+  void build(std::string& text) {
+    rapidjson::GenericInsituStringStream<JsonEncoding> stream(text.data());
+    rapidjson::GenericReader<JsonEncoding, JsonEncoding, JsonAllocator> reader;
+    const auto parse = [&](const JsonDocument& /*itself*/) {
+      constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
+                                  rapidjson::kParseNumbersAsStringsFlag;
+      return !reader.Parse<kFlags>(stream, *this).IsError();
+    };
+    Populate(parse);
+  }
+
+  bool RawNumber(const char* digits, rapidjson::SizeType length, bool /*copy*/) {  // NOLINT
+    const std::string_view text(digits, length);
+    if (std::int64_t whole = 0; isWhole(text, whole)) {
+      return Int64(whole);
+    }
+    if (std::uint64_t whole = 0; isWhole(text, whole)) {
+      return Uint64(whole);
+    }
+    return Double(std::strtod(std::string(text).c_str(), nullptr));
+  }
+};
+
+}  // namespace
 
 void throwJsonAssertion(const char* condition) {
   throw runtimeError("JSON library condition failed: {}", condition);
@@ -31,12 +74,16 @@ void* JsonAllocator::Realloc(void* memory, std::size_t /*oldSize*/, std::size_t 
 void JsonAllocator::Free(void* memory) { std::free(memory); }
 
 JsonDocument parseJson(std::string& text) {
-  JsonDocument document;
-  document.ParseInsitu<rapidjson::kParseIterativeFlag>(text.data());
-  return document;
+  DocumentBuilder builder;
+  builder.build(text);
+  return {std::move(builder)};
 }
 
 std::string_view textOf(const JsonBuffer& buffer) { return {buffer.GetString(), buffer.GetSize()}; }
+
+void append(JsonBuffer& buffer, std::string_view bytes) {
+  std::copy(bytes.begin(), bytes.end(), buffer.Push(bytes.size()));
+}
 
 }  // namespace quenfold
 

@@ -45,7 +45,7 @@ using JsonValue = JsonDocument::ValueType;
 /// by the stack. Throws std::bad_alloc.
 JsonDocument parseJson(std::string& text);
 
-/// What the writers write into.
+/// What the writers write into; it grows without copying where the system can move pages.
 using JsonBuffer = rapidjson::GenericStringBuffer<JsonEncoding, JsonAllocator>;
 
 /// No white space at all.
@@ -62,6 +62,9 @@ class PrettyJsonWriter
 
 /// What was written so far; valid until more is written.
 std::string_view textOf(const JsonBuffer& buffer);
+
+/// Appends the bytes as they are, without escaping.
+void append(JsonBuffer& buffer, std::string_view bytes);
 
 /// Writers take lengths of 32 bits.
 template <typename Writer>

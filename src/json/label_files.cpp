@@ -17,11 +17,11 @@ const JsonValue& sectionOf(const JsonDocument& root, const char* section, std::s
   if (!root.IsObject()) {
     throw runtimeError("{} root is not object", loader);
   }
-  const auto member = root.FindMember(section);
-  if (member == root.MemberEnd()) {
+  const JsonValue* const content = findMember(root, section);
+  if (content == nullptr) {
     throw runtimeError("{} not found", section);
   }
-  return member->value;
+  return *content;
 }
 
 std::string mappedKey(std::string_view key, const DeviceMapper& mapper) {

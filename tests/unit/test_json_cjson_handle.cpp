@@ -38,7 +38,7 @@ TEST(ParseCJson, IsBoundedInDepth) {
   const std::string open(kDepth, '[');
   EXPECT_EQ(parseCJson(open), nullptr);
   EXPECT_EQ(parseCJson(open + std::string(kDepth, ']')), nullptr);
-  EXPECT_NE(parseCJson(std::string(900, '[') + std::string(900, ']')), nullptr);
+  EXPECT_NE(parseCJson(std::string(1000, '[') + std::string(1000, ']')), nullptr);
 }
 
 TEST(ParseCJson, RunningOutOfMemoryIsNoSyntaxError) {
@@ -86,9 +86,17 @@ TEST(BuildingCJson, KeepsOrderAndRepeatedNames) {
   addMember(*object, "b", cjsonIntArray({}));
   addMember(*object, "a", cjsonIntArray({-2147483647 - 1, 2147483647}));
   addMember(*object, "b", cjsonString("\xc3\xa9\""));
-  EXPECT_EQ(
-      printCJson(*object),
-      "{\n\t\"b\":\t[],\n\t\"a\":\t[-2147483648, 2147483647],\n\t\"b\":\t\"\xc3\xa9\\\"\"\n}");
+  CJsonHandle list = cjsonArray();
+  addElement(*list, cjsonNumber(-1));
+  addElement(*list, cjsonIntArray({1, -2}));
+  addMember(*object, "list", std::move(list));
+  EXPECT_EQ(printCJson(*object),
+            "{\n"
+            "\t\"b\":\t[],\n"
+            "\t\"a\":\t[-2147483648, 2147483647],\n"
+            "\t\"b\":\t\"\xc3\xa9\\\"\",\n"
+            "\t\"list\":\t[-1, [1, -2]]\n"
+            "}");
 }
 
 }  // namespace

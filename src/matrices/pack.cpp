@@ -1,0 +1,67 @@
+#include "matrices/pack.h"
+
+#include <string_view>
+#include <utility>
+
+#include "app/files.h"
+#include "app/stage_timer.h"
+#include "json/document.h"
+#include "json/sections.h"
+#include "matrices/pack_tree.h"
+#include "matrices/packed_sections.h"
+#include "matrices/reader.h"
+
+namespace quenfold {
+namespace {
+
+using packing::DeviceList;
+using packing::MatricesModel;
+using packing::Sections;
+
+void consolidateAll(DeviceList& devices) {
+  for (packing::PackDevice& device : devices) {
+    for (packing::PackSlot& slot : device.slots) {
+      packing::consolidate(slot);
+    }
+  }
+}
+
+/// Devices are not searched by name any more once this has run.
+void nameByFrameId(MatricesModel& model) {
+  for (packing::PackDevice& device : model.devices) {
+    if (const auto* const entry = model.deviceLabels.find(device.name)) {
+      device.name = entry->serial;
+    }
+  }
+}
+
+std::uint32_t writeSections(const Sections& sections, const std::string& outputDir) {
+  std::uint32_t total = 0;
+  for (const auto& [name, buffer] : sections) {
+    const std::string_view text = textOf(buffer);
+    writeFile(joinPath(outputDir, packedFileName(name)), text);
+    total += static_cast<std::uint32_t>(text.size());
+  }
+  return total;
+}
+
+}  // namespace
+
+std::uint32_t convertMatricesToPacked(const std::string& inputName, std::string inputText,
+                                      const std::string& outputDir) {
+  TimePoint stageStart = now();
+  // Kept on purpose: reported at once, before anything is parsed.
+  logElapsed(stageStart, "Parsed JSON");
+  MatricesModel model;
+  packing::readMatrices(inputName, std::move(inputText), model);
+  logElapsed(stageStart, "Created tree structure");
+  consolidateAll(model.devices);
+  logElapsed(stageStart, "Consolidated port entries");
+  nameByFrameId(model);
+  logElapsed(stageStart, "Replaced user device labels with unique frame ID");
+  const Sections sections = packing::buildSections(model);
+  logElapsed(stageStart, "serialized JSON");
+  return writeSections(sections, outputDir);
+}
+
+}  // namespace quenfold

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/indexed_list.h"
+#include "matrices/port_string.h"
+#include "matrices/tree_format.h"
+
+/// The pack side's model: ports as they are read, in input order, then merged into groups.
+namespace quenfold::packing {
+
+constexpr std::int32_t sameNumber(std::int32_t number) { return number; }
+
+/// Channel numbers without duplicates.
+using ChannelList = IndexedList<std::int32_t, sameNumber>;
+
+struct TypeChannels {
+  std::string type;
+  ChannelList channels;
+};
+
+/// The types of one port: its layout.
+using Layout = IndexedList<TypeChannels, &TypeChannels::type>;
+
+struct PackPort {
+  PortString port;
+  Layout types;
+};
+
+/// Ports `first` to `last` of one pattern that share a layout. The layout is that of the slot's
+/// first such port and lives there.
+struct PortTypeGroup {
+  std::string port;
+  std::int32_t first = 0;
+  std::int32_t last = 0;
+  const Layout* types = nullptr;
+  Direction direction = Direction::kUnknown;
+};
+
+struct PackSlot {
+  std::string name;
+  IndexedList<PackPort, &PackPort::port> ports;
+  std::vector<PortTypeGroup> groups;
+};
+
+/// Named by the user's device label until the frame ID takes its place.
+struct PackDevice {
+  std::string name;
+  IndexedList<PackSlot, &PackSlot::name> slots;
+};
+
+using DeviceList = IndexedList<PackDevice, &PackDevice::name>;
+
+/// Inserts one port at the end of every list in which it is new. Throws what `parsePortString`
+/// throws, after its device and slot were added: they stay.
+void addPort(DeviceList& devices, const SplitPort& port);
+
+/// Appends the channel, or reports on standard error that it is there already.
+void addChannel(ChannelList& channels, const SplitPort& port);
+
+/// Replaces the slot's groups: ports of equal layout form a class, the ports of a class with the
+/// same pattern a range; classes and ranges in order of appearance. The ports must stay as they
+/// are as long as the groups are used.
+void consolidate(PackSlot& slot);
+
+}  // namespace quenfold::packing

@@ -1,0 +1,147 @@
+#include "matrices/packed_sections.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "app/stage_timer.h"
+#include "json/label_files.h"
+#include "json/sections.h"
+
+namespace quenfold::packing {
+namespace {
+
+void writeRange(PrettyJsonWriter& writer, std::int32_t first, std::int32_t last) {
+  writer.StartArray();
+  writer.Int(first);
+  if (first != last) {
+    writer.Int(last);
+  }
+  writer.EndArray();
+}
+
+/// The channels between the smallest and the largest are implied.
+void writeChannels(PrettyJsonWriter& writer, const ChannelList& channels) {
+  if (channels.empty()) {
+    writer.StartArray();
+    writer.EndArray();
+    return;
+  }
+  const auto [smallest, largest] = std::minmax_element(channels.begin(), channels.end());
+  writeRange(writer, *smallest, *largest);
+}
+
+void writeLayout(PrettyJsonWriter& writer, const Layout& types) {
+  writer.StartArray();
+  for (const TypeChannels& type : types) {
+    writer.StartArray();
+    writeString(writer, type.type);
+    writeChannels(writer, type.channels);
+    writer.EndArray();
+  }
+  writer.EndArray();
+}
+
+void writeGroup(PrettyJsonWriter& writer, const PortTypeGroup& group) {
+  writer.StartObject();
+  writer.Key(kGroupPort);
+  writer.StartArray();
+  writeString(writer, group.port);
+  writeRange(writer, group.first, group.last);
+  writeString(writer, directionText(group.direction));
+  writer.EndArray();
+  writer.Key(kGroupTypes);
+  writeLayout(writer, *group.types);
+  writer.EndObject();
+}
+
+void writeDevices(PrettyJsonWriter& writer, const MatricesModel& model) {
+  writer.StartObject();
+  for (const PackDevice& device : model.devices) {
+    writeKey(writer, device.name);
+    writer.StartObject();
+    for (const PackSlot& slot : device.slots) {
+      writeKey(writer, slot.name);
+      writer.StartArray();
+      for (const PortTypeGroup& group : slot.groups) {
+        writeGroup(writer, group);
+      }
+      writer.EndArray();
+    }
+    writer.EndObject();
+  }
+  writer.EndObject();
+}
+
+void writeDeviceLabels(PrettyJsonWriter& writer, const MatricesModel& model) {
+  writer.StartArray();
+  for (const DeviceLabelEntry& entry : model.deviceLabels) {
+    writer.StartObject();
+    writer.Key(kDeviceLabelId);
+    writeString(writer, entry.serial);
+    writer.Key(kDeviceLabelText);
+    writeString(writer, entry.label);
+    writer.Key(kDeviceLabelSerial);
+    writeString(writer, entry.serial);
+    writer.EndObject();
+  }
+  writer.EndArray();
+}
+
+void writeInternalDetails(PrettyJsonWriter& writer, const MatricesModel& model) {
+  writer.StartArray();
+  for (const MatrixDetails& matrix : model.details) {
+    writer.StartObject();
+    writer.Key("name");
+    writeString(writer, matrix.name);
+    writer.Key("id");
+    writer.Int(matrix.id);
+    writer.Key("type");
+    writer.Int(matrix.type);
+    writer.EndObject();
+  }
+  writer.EndArray();
+}
+
+void writePortLabels(PrettyJsonWriter& writer, const MatricesModel& model) {
+  writer.StartObject();
+  for (const PortLabelEntry& entry : model.portLabels) {
+    writeKey(writer, entry.key);
+    writeString(writer, entry.label);
+  }
+  writer.EndObject();
+}
+
+struct Section {
+  const char* name;
+  const char* stage;
+  void (*writeContent)(PrettyJsonWriter& writer, const MatricesModel& model);
+};
+
+/// In the order in which they are built and reported.
+constexpr std::array<Section, 4> kSections = {{
+    {kMatricesSection, "  Created Devices Tree JSON", writeDevices},
+    {kDeviceLabelsSection, "  Created deviceLabels JSON", writeDeviceLabels},
+    {kInternalDetailsSection, "  Created matricesInternalDetails JSON", writeInternalDetails},
+    {kPortLabelsSection, "  Created portLabels JSON", writePortLabels},
+}};
+
+}  // namespace
+
+Sections buildSections(const MatricesModel& model) {
+  Sections sections;
+  for (const Section& section : kSections) {
+    TimePoint stageStart = now();
+    JsonBuffer text;
+    PrettyJsonWriter writer(text);
+    writer.StartObject();
+    writer.Key(section.name);
+    section.writeContent(writer, model);
+    writer.EndObject();
+    logElapsed(stageStart, section.stage);
+    sections.emplace(section.name, std::move(text));
+  }
+  return sections;
+}
+
+}  // namespace quenfold::packing

@@ -1,0 +1,100 @@
+#include "matrices/port_string.h"
+
+#include <algorithm>
+#include <array>
+
+#include "app/error.h"
+#include "app/indexed_list.h"
+#include "app/text.h"
+
+namespace quenfold {
+namespace {
+
+// Kept on purpose: seen from the matrix, a mixer's outputs are sources and its inputs destinations.
+constexpr std::array<std::string_view, 9> kSourcePrefixes = {
+    "in[",     "AUXA-in[",   "AUXB-in[",    "disconnect", "passthrough",
+    "layout:", "mixer-out[", "mixerd-out[", "virt-in["};
+constexpr std::array<std::string_view, 7> kDestinationPrefixes = {
+    "out[", "AUXA-out[", "AUXB-out[", "pip", "head", "mixer-in[", "virt-out["};
+constexpr std::string_view kChannelPrefix = "ch";
+
+template <std::size_t Count>
+bool beginsWithAny(std::string_view name, const std::array<std::string_view, Count>& prefixes) {
+  return std::any_of(prefixes.begin(), prefixes.end(), [name](std::string_view prefix) {
+    return name.substr(0, prefix.size()) == prefix;
+  });
+}
+
+std::int32_t parseNumber(std::string_view text) {
+  std::int32_t number = 0;
+  if (!parseSigned(text, number, 10)) {
+    throw runtimeError("PortString number error");
+  }
+  return number;
+}
+
+/// The text before the next "." of `rest`, which moves past it; all of it when there is none.
+std::string_view takePart(std::string_view& rest) {
+  const std::size_t dot = rest.find('.');
+  const std::string_view part = rest.substr(0, dot);
+  rest.remove_prefix(dot == std::string_view::npos ? rest.size() : dot + 1);
+  return part;
+}
+
+std::int32_t parseChannel(std::string_view text) {
+  if (text.size() < 3 || text.substr(0, kChannelPrefix.size()) != kChannelPrefix) {
+    throw runtimeError("Bad ch string");
+  }
+  return parseNumber(text.substr(kChannelPrefix.size()));
+}
+
+}  // namespace
+
+SplitPort splitPort(std::string_view portText) {
+  if (portText.find('.') == std::string_view::npos) {
+    throw runtimeError("splitPort - no device.");
+  }
+  SplitPort parts;
+  std::string_view rest = portText;
+  parts.device = takePart(rest);
+  parts.slot = takePart(rest);
+  parts.port = takePart(rest);
+  parts.type = takePart(rest);
+  // With a "." missing nothing is left for the channel, which then reports it.
+  parts.ch = parseChannel(rest);
+  return parts;
+}
+
+std::size_t hashOf(const PortString& port) {
+  // The number spreads over the bits by the 32-bit golden ratio.
+  const std::uint32_t spread = static_cast<std::uint32_t>(port.id) * 0x9E3779B1U;
+  return hashOf(std::string_view(port.name)) ^ spread;
+}
+
+PortString parsePortString(std::string_view portPart) {
+  const std::size_t open = portPart.find('[');
+  if (open == std::string_view::npos) {
+    throw runtimeError("PortString '[' not found");
+  }
+  const std::size_t close = portPart.find(']', open);
+  if (close == std::string_view::npos) {
+    throw runtimeError("PortString ']' not found");
+  }
+  PortString port;
+  port.id = parseNumber(portPart.substr(open + 1));
+  port.name = portPart.substr(0, open + 1);
+  port.name += portPart.substr(close);
+  return port;
+}
+
+Direction classifyPortType(std::string_view patternName) {
+  if (beginsWithAny(patternName, kSourcePrefixes)) {
+    return Direction::kSource;
+  }
+  if (beginsWithAny(patternName, kDestinationPrefixes)) {
+    return Direction::kDestination;
+  }
+  return Direction::kUnknown;
+}
+
+}  // namespace quenfold

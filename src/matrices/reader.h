@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "app/indexed_list.h"
+#include "matrices/pack_tree.h"
+
+namespace quenfold::packing {
+
+/// The user's name of a device and its frame ID. Of two matrices with the same label the first
+/// counts.
+struct DeviceLabelEntry {
+  std::string label;
+  std::string serial;
+};
+
+struct MatrixDetails {
+  std::string name;
+  std::int32_t id = 0;
+  std::int32_t type = 0;
+};
+
+/// The user's label of a port; the key is the port string with the frame ID as its device.
+struct PortLabelEntry {
+  std::string key;
+  std::string label;
+};
+
+/// All that the pack takes from the legacy files, in input order.
+struct MatricesModel {
+  DeviceList devices;
+  IndexedList<DeviceLabelEntry, &DeviceLabelEntry::label> deviceLabels;
+  std::vector<MatrixDetails> details;
+  std::vector<PortLabelEntry> portLabels;
+};
+
+/// Reads a file of the base name `inputName`, consuming its text, into the model. Only
+/// "matrices.json" is read. An error ends the reading and is reported on standard error; what was
+/// read before it stays. Throws "portLabels not supported" for "portLabels.json", and
+/// std::bad_alloc.
+void readMatrices(const std::string& inputName, std::string inputText, MatricesModel& model);
+
+}  // namespace quenfold::packing

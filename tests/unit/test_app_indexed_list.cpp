@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "app/indexed_list.h"
+
+namespace quenfold {
+namespace {
+
+struct Named {
+  std::string name;
+  int value = 0;
+};
+
+using NamedList = IndexedList<Named, &Named::name>;
+
+/// Short lists are searched, long ones indexed: both must answer alike.
+class IndexedListOfSize : public testing::TestWithParam<int> {
+ protected:
+  static NamedList filled() {
+    NamedList list;
+    for (int i = 0; i < GetParam(); ++i) {
+      list.append({"item" + std::to_string(i), i});
+    }
+    return list;
+  }
+};
+
+TEST_P(IndexedListOfSize, KeepsInsertionOrder) {
+  const NamedList list = filled();
+  ASSERT_EQ(list.size(), static_cast<std::size_t>(GetParam()));
+  EXPECT_EQ(list.empty(), GetParam() == 0);
+  int expected = 0;
+  for (const Named& item : list) {
+    EXPECT_EQ(item.value, expected++);
+  }
+}
+
+TEST_P(IndexedListOfSize, FindsEachItemAndNoOther) {
+  NamedList list = filled();
+  for (int i = GetParam() - 1; i >= 0; --i) {
+    const Named* const found = list.find(std::string_view("item" + std::to_string(i)));
+    ASSERT_NE(found, nullptr) << i;
+    EXPECT_EQ(found->value, i);
+  }
+  EXPECT_EQ(list.find(std::string_view("item")), nullptr);
+  EXPECT_EQ(list.find(std::string_view("item" + std::to_string(GetParam()))), nullptr);
+}
+
+TEST_P(IndexedListOfSize, FindsOrAppends) {
+  NamedList list = filled();
+  int made = 0;
+  const auto make = [&made] {
+    ++made;
+    return Named{"new", -1};
+  };
+  EXPECT_EQ(list.findOrAppend(std::string_view("new"), make).value, -1);
+  EXPECT_EQ(list.findOrAppend(std::string_view("new"), make).value, -1);
+  EXPECT_EQ(made, 1);
+  EXPECT_EQ(list.size(), static_cast<std::size_t>(GetParam()) + 1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, IndexedListOfSize, testing::Values(0, 1, 15, 16, 17, 18, 1000));
+
+std::int32_t sameNumber(std::int32_t number) { return number; }
+
+TEST(IndexedList, HoldsNumbers) {
+  IndexedList<std::int32_t, sameNumber> numbers;
+  for (std::int32_t number = 40; number > -40; --number) {
+    EXPECT_EQ(numbers.find(number), nullptr);
+    numbers.append(number);
+  }
+  for (std::int32_t number = 40; number > -40; --number) {
+    ASSERT_NE(numbers.find(number), nullptr);
+    EXPECT_EQ(*numbers.find(number), number);
+  }
+  EXPECT_EQ(numbers.find(-40), nullptr);
+  EXPECT_EQ(numbers[0], 40);
+}
+
+/// A key that counts how often it is compared.
+struct CountedKey {
+  std::int32_t value = 0;
+  static inline std::size_t comparisons = 0;
+};
+
+bool operator==(const CountedKey& a, const CountedKey& b) {
+  ++CountedKey::comparisons;
+  return a.value == b.value;
+}
+
+std::size_t hashOf(const CountedKey& key) { return quenfold::hashOf(key.value); }
+
+const CountedKey& itself(const CountedKey& key) { return key; }
+
+TEST(IndexedList, ComparesAsOftenForEachOfManyItemsAsForEachOfFew) {
+  const auto comparisonsPerItem = [](std::int32_t count) {
+    CountedKey::comparisons = 0;
+    IndexedList<CountedKey, itself> list;
+    for (int round = 0; round < 2; ++round) {
+      for (std::int32_t i = count; i > 0; --i) {
+        list.findOrAppend(CountedKey{i}, [i] { return CountedKey{i}; });
+      }
+    }
+    EXPECT_EQ(list.size(), static_cast<std::size_t>(count));
+    return CountedKey::comparisons / static_cast<std::size_t>(count);
+  };
+  EXPECT_LE(comparisonsPerItem(1000), 10U);
+  EXPECT_LE(comparisonsPerItem(100000), comparisonsPerItem(1000));
+}
+
+}  // namespace
+}  // namespace quenfold
