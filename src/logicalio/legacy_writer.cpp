@@ -45,11 +45,13 @@ CJsonHandle legacyEntry(const LogicalIORecord& record, const TableKind& kind,
 
 }  // namespace
 
-CJsonHandle legacyEntries(const std::vector<LogicalIORecord>& records, const TableKind& kind,
+CJsonHandle legacyEntries(std::vector<LogicalIORecord> records, const TableKind& kind,
                           std::size_t levelCount) {
   CJsonHandle entries = cjsonArray();
-  for (const LogicalIORecord& record : records) {
+  for (LogicalIORecord& record : records) {
     addElement(*entries, legacyEntry(record, kind, levelCount));
+    // The tree grows into the memory of the records that it has taken over.
+    record = {};
   }
   return entries;
 }

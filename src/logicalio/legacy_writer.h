@@ -10,8 +10,8 @@
 namespace quenfold {
 
 /// The array of legacy entries. Ports are padded with "" to `levelCount`, categories to six; a
-/// seventh category is dropped. Throws std::bad_alloc, as does the next.
-CJsonHandle legacyEntries(const std::vector<LogicalIORecord>& records, const TableKind& kind,
+/// seventh category is dropped. Uses the records up. Throws std::bad_alloc, as does the next.
+CJsonHandle legacyEntries(std::vector<LogicalIORecord> records, const TableKind& kind,
                           std::size_t levelCount);
 
 /// The whole legacy document around that array.

@@ -90,8 +90,8 @@ UnpackedTable readPackedFiles(const std::string& stem, const std::string& direct
 std::pair<std::string, std::string> convertPackedToVelmora(const std::string& stem,
                                                            const std::string& directory) {
   TimePoint stageStart = now();
-  const UnpackedTable table = readPackedFiles(stem, directory, stageStart);
-  CJsonHandle entries = legacyEntries(table.records, *table.kind, table.levelCount);
+  UnpackedTable table = readPackedFiles(stem, directory, stageStart);
+  CJsonHandle entries = legacyEntries(std::move(table.records), *table.kind, table.levelCount);
   logElapsed(stageStart, "Created velmora JSON object");
   const CJsonHandle document = legacyDocument(*table.kind, std::move(entries));
   const CJsonHandle hashes = hashDocument(table.kind->topLevelKey, table.fingerprints);
