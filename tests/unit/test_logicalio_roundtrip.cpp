@@ -1,8 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdint>
+#include <string>
+#include <tuple>
 
+#include "json/cjson_handle.h"
+#include "matrices/pack.h"
 #include "support/logicalio_folder.h"
+#include "support/plants.h"
 
 namespace quenfold {
 namespace {
@@ -86,6 +92,64 @@ TEST(LogicalIORoundTrip, RecordsComeBack) {
 	}
 })");
 }
+
+/// A folder with the label files of a generated plant, and one of its tables.
+struct GeneratedTable {
+  GeneratedTable(std::uint32_t seed, bool messy, generator::Direction direction) {
+    const generator::Plant plant = generator::plantOf(2000, seed, messy);
+    // A messy plant brings warnings about its matrices.
+    static_cast<void>(test::standardErrorOf([&] {
+      convertMatricesToPacked("matrices.json", generator::matricesTextOf(plant), folder.path());
+    }));
+    legacy = generator::tableTextOf(plant, direction);
+    stem = direction == generator::Direction::source ? "logicalSources" : "logicalDestinations";
+  }
+
+  [[nodiscard]] std::string packedTexts(const std::string& text) const {
+    folder.pack(text);
+    return folder.bytesOf(stem + "Ports.json") + folder.bytesOf(stem + "Labels.json") +
+           folder.bytesOf(stem + "LegacyCategories.json");
+  }
+
+  LogicalIOFolder folder;
+  std::string legacy;
+  std::string stem;
+};
+
+/// The list of records in a legacy document.
+const cJSON* recordsOf(const cJSON& document, bool sources) {
+  return cJSON_GetObjectItem(document.child, sources ? "LogicalSource" : "LogicalDestination");
+}
+
+class GeneratedRoundTrip
+    : public testing::TestWithParam<std::tuple<std::uint32_t, generator::Direction>> {};
+
+TEST_P(GeneratedRoundTrip, RecordsComeBack) {
+  const auto [seed, direction] = GetParam();
+  const GeneratedTable table(seed, false, direction);
+  table.folder.pack(table.legacy);
+  const CJsonHandle before = parseCJson(table.legacy);
+  const CJsonHandle after = parseCJson(table.folder.unpack(table.stem).first);
+  const bool sources = direction == generator::Direction::source;
+  ASSERT_GT(cJSON_GetArraySize(recordsOf(*before, sources)), 20);
+  EXPECT_TRUE(cJSON_Compare(recordsOf(*before, sources), recordsOf(*after, sources), 1));
+}
+
+TEST_P(GeneratedRoundTrip, TheSecondAndThirdPackedFilesAreEqual) {
+  const auto [seed, direction] = GetParam();
+  for (const bool messy : {false, true}) {
+    const GeneratedTable table(seed, messy, direction);
+    static_cast<void>(table.packedTexts(table.legacy));
+    const std::string second = table.packedTexts(table.folder.unpack(table.stem).first);
+    const std::string third = table.packedTexts(table.folder.unpack(table.stem).first);
+    EXPECT_EQ(second, third) << messy;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, GeneratedRoundTrip,
+                         testing::Combine(testing::Values(1U, 2U, 3U, 4U, 5U),
+                                          testing::Values(generator::Direction::source,
+                                                          generator::Direction::destination)));
 
 }  // namespace
 }  // namespace quenfold
