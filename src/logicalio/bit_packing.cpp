@@ -82,7 +82,7 @@ std::vector<BitPackToken> parseBitPacking(std::string_view text) {
   while (true) {
     const std::size_t type = text.find_first_of("$#");
     if (type == std::string_view::npos) {
-      break;
+      break;  // kept on purpose: text after the last field is dropped
     }
     if (type > 0) {
       tokens.push_back(makeLiteralToken(text.substr(0, type)));

@@ -44,7 +44,8 @@ class EntryReader {
     }
   }
 
-  /// Gaps before and between ports become empty ports, gaps after the last one are dropped.
+  /// Gaps before and between ports become empty ports. Kept on purpose: gaps after the last port
+  /// are dropped, as unpacking pads the list again.
   void readPorts(const cJSON& list) {
     hasPorts_ = true;
     std::size_t gaps = 0;

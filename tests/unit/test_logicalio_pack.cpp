@@ -291,7 +291,7 @@ TEST(PackLogicalIO, WritesOptionalMembersInTheirOrder) {
             R"([{"id":5,"port":[]}])");
 }
 
-TEST(PackLogicalIO, KeepsGapsBeforeAndBetweenPorts) {
+TEST(PackLogicalIO, KeepsGapsBeforeAndBetweenPortsAndDropsThoseAfter) {
   EXPECT_EQ(packedRecords(R"({"name": "A", "id": 1,
                               "val": ["", "d.s.p[3].t.ch0", 5, "d.s.p[1].t.ch0", ""]})"),
             R"([{"id":1,"port":["",3,"",1]}])");
