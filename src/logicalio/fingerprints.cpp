@@ -1,0 +1,58 @@
+#include "logicalio/fingerprints.h"
+
+#include "logicalio/keys.h"
+
+namespace quenfold {
+
+VelDB::Hash& fingerprintOf(Fingerprints& fingerprints, std::string_view name) {
+  const auto known = fingerprints.find(name);
+  return known != fingerprints.end() ? known->second : fingerprints[std::string(name)];
+}
+
+std::uint32_t fingerprintValue(const Fingerprints& fingerprints, std::string_view name) {
+  const auto known = fingerprints.find(name);
+  return known != fingerprints.end() ? known->second.value() : 0;
+}
+
+FingerprintValues valuesOf(const Fingerprints& fingerprints) {
+  FingerprintValues values;
+  for (const auto& [name, fingerprint] : fingerprints) {
+    values.emplace(name, fingerprint.value());
+  }
+  return values;
+}
+
+void addCategories(VelDB::Hash& fingerprint, const std::vector<CatEntry>& categories) {
+  for (const CatEntry& entry : categories) {
+    if (entry.isText) {
+      fingerprint.hashAdd(entry.text);
+    } else {
+      fingerprint.hashAdd(static_cast<std::uint32_t>(entry.number));
+    }
+  }
+}
+
+FingerprintValues hashLogicalIO(const std::vector<LogicalIORecord>& records) {
+  VelDB::Hash name;
+  VelDB::Hash id;
+  VelDB::Hash description;
+  VelDB::Hash tally;
+  VelDB::Hash redirect;
+  VelDB::Hash category;
+  for (const LogicalIORecord& record : records) {
+    name.hashAdd(record.name);
+    id.hashAdd(static_cast<std::uint32_t>(record.id));
+    description.hashAdd(record.description);
+    tally.hashAdd(record.tally);
+    redirect.hashAdd(static_cast<std::uint32_t>(record.redirect));
+    addCategories(category, record.categories);
+  }
+  return {{kNameKey, name.value()},
+          {kIdKey, id.value()},
+          {kDescriptionKey, description.value()},
+          {kTallyKey, tally.value()},
+          {kRedirectKey, redirect.value()},
+          {kCategoryKey, category.value()}};
+}
+
+}  // namespace quenfold

@@ -1,0 +1,148 @@
+#include "logicalio/legacy_reader.h"
+
+#include <cstddef>
+#include <iostream>
+#include <string_view>
+#include <utility>
+
+#include "app/error.h"
+#include "json/cjson_access.h"
+
+namespace quenfold {
+namespace {
+
+/// Reads one entry of the table, member by member in document order.
+class EntryReader {
+ public:
+  EntryReader(const TableKind& kind, const PortLabelMap& portKeys, PackedModel& model)
+      : kind_(kind), portKeys_(portKeys), model_(model) {}
+
+  LogicalIORecord read(const cJSON& entry) && {
+    for (const cJSON* member = entry.child; member != nullptr; member = member->next) {
+      readMember(*member, memberName(*member));
+    }
+    requireMembers();
+    return std::move(record_);
+  }
+
+ private:
+  void readMember(const cJSON& member, std::string_view name) {
+    if (name == kCategoryKey) {
+      readCategories(member);
+    } else if (name == kind_.portsKey) {
+      readPorts(member);
+    } else {
+      readField(member, name);
+      addFingerprint(member, name);
+    }
+  }
+
+  void readCategories(const cJSON& list) {
+    record_.categories = parseCategoryList(list);
+    if (!record_.categories.empty()) {
+      addCategories(fingerprintOf(model_.fingerprints, kCategoryKey), record_.categories);
+    }
+  }
+
+  /// Gaps before and between ports become empty ports. Kept on purpose: gaps after the last port
+  /// are dropped, as unpacking pads the list again.
+  void readPorts(const cJSON& list) {
+    hasPorts_ = true;
+    std::size_t gaps = 0;
+    for (const cJSON* item = list.child; item != nullptr; item = item->next) {
+      const char* const text = stringValue(item);
+      if (text == nullptr || *text == '\0') {
+        ++gaps;
+        continue;
+      }
+      record_.ports.resize(record_.ports.size() + gaps + 1);
+      model_.portDict.registerPortKey(portKeyOf(text), record_.ports.back());
+      gaps = 0;
+    }
+  }
+
+  [[nodiscard]] std::string_view portKeyOf(std::string_view text) const {
+    const auto labelled = portKeys_.find(text);
+    return labelled == portKeys_.end() ? text : labelled->second;
+  }
+
+  void readField(const cJSON& member, std::string_view name) {
+    const char* const text = stringValue(&member);
+    if (name == kNameKey) {
+      readName(text);
+    } else if (name == kIdKey) {
+      record_.id = member.valueint;
+      hasId_ = true;
+    } else if (name == kRedirectKey) {
+      record_.redirect = member.valueint;
+    } else if (name == kTallyKey && text != nullptr) {
+      record_.tally = text;
+    } else if (name == kDescriptionKey && text != nullptr) {
+      record_.description = text;
+    }
+  }
+
+  void readName(const char* text) {
+    if (text == nullptr) {
+      throw runtimeError("name is not a string");
+    }
+    record_.name = text;
+    hasName_ = true;
+  }
+
+  /// Of any member, known or not.
+  void addFingerprint(const cJSON& member, std::string_view name) {
+    const char* const text = stringValue(&member);
+    if (text != nullptr && *text != '\0') {
+      fingerprintOf(model_.fingerprints, name).hashAdd(std::string_view(text));
+    } else if (cJSON_IsNumber(&member) != 0 || cJSON_IsBool(&member) != 0) {
+      fingerprintOf(model_.fingerprints, name).hashAdd(static_cast<std::uint32_t>(member.valueint));
+    }
+  }
+
+  void requireMembers() const {
+    if (!hasName_) {
+      throw runtimeError("name not found");
+    }
+    if (!hasId_) {
+      throw runtimeError("id not found");
+    }
+    if (!hasPorts_) {
+      throw runtimeError("ports entry not found: {}", kind_.portsKey);
+    }
+  }
+
+  const TableKind& kind_;
+  const PortLabelMap& portKeys_;
+  PackedModel& model_;
+  LogicalIORecord record_;
+  bool hasName_ = false;
+  bool hasId_ = false;
+  bool hasPorts_ = false;
+};
+
+}  // namespace
+
+const TableKind& legacyKindOf(const cJSON& document) {
+  for (const TableKind& kind : kLegacyTables) {
+    if (findMember(&document, kind.topLevelKey) != nullptr) {
+      return kind;
+    }
+  }
+  const char* const hint = stringValue(document.child);
+  throw runtimeError("Unknown logical IO Type: {}", hint == nullptr ? "" : hint);
+}
+
+void parseLegacyTable(const cJSON& table, const TableKind& kind, const PortLabelMap& portKeys,
+                      PackedModel& model) {
+  const cJSON* const entries = findMember(&table, kind.entriesKey);
+  if (entries == nullptr) {
+    std::cerr << "createLogicalDestsDict: logical IO table not found. Creating empty I/O rows\n";
+  }
+  for (const cJSON* entry = firstChild(entries); entry != nullptr; entry = entry->next) {
+    model.records.push_back(EntryReader(kind, portKeys, model).read(*entry));
+  }
+  model.portDict.computeWidths();
+}
+
+}  // namespace quenfold

@@ -1,0 +1,102 @@
+#include "logicalio/pack.h"
+
+#include <string_view>
+#include <utility>
+
+#include "app/files.h"
+#include "app/stage_timer.h"
+#include "json/cjson_access.h"
+#include "json/label_files.h"
+#include "json/sections.h"
+#include "logicalio/device_names.h"
+#include "logicalio/keys.h"
+#include "logicalio/legacy_reader.h"
+#include "logicalio/packed_model.h"
+#include "logicalio/packed_writer.h"
+
+namespace quenfold {
+namespace {
+
+constexpr std::string_view kSourcesInput = "sources.json";
+constexpr std::string_view kDestinationsInput = "destinations.json";
+
+struct PackedTexts {
+  std::string ports;
+  std::string labels;
+  std::string categories;
+  std::string hash;
+};
+
+/// For a text that tells nothing itself.
+std::string outputKeyFromName(std::string_view inputName) {
+  if (inputName.find(kSourcesInput) != std::string_view::npos) {
+    return kSourcesOutput;
+  }
+  return inputName.find(kDestinationsInput) != std::string_view::npos ? kDestinationsOutput : "";
+}
+
+PackedModel readLegacyDocument(CJsonHandle document, const std::string& sourceDir,
+                               TimePoint& stageStart) {
+  PackedModel model;
+  const TableKind& kind = legacyKindOf(*document);
+  const cJSON* const table = findMember(document.get(), kind.topLevelKey);
+  model.topLevelKey = kind.topLevelKey;
+  model.outputKey = kind.outputKey;
+  model.levelKeys = intValues(findMember(table, kLevelKeysKey));
+  const std::vector<DeviceLabel> devices =
+      parseDeviceLabels(joinPath(sourceDir, packedFileName(kDeviceLabelsSection)));
+  const PortLabelMap portKeys = loadPortLabels(
+      joinPath(sourceDir, packedFileName(kPortLabelsSection)), true, labelOfDevice(devices));
+  parseLegacyTable(*table, kind, portKeys, model);
+  logElapsed(stageStart, "created Dictionary");
+  nameDevicesById(devices, model.portDict);
+  logElapsed(stageStart, "replaced device display names with ID");
+  return model;
+}
+
+PackedModel readLegacyText(const std::string& sourceDir, const std::string& inputName,
+                           const std::string& inputText) {
+  TimePoint stageStart = now();
+  CJsonHandle document = parseCJson(inputText);
+  logElapsed(stageStart, "parsed JSON");
+  if (document) {
+    return readLegacyDocument(std::move(document), sourceDir, stageStart);
+  }
+  PackedModel model;
+  model.outputKey = outputKeyFromName(inputName);
+  return model;
+}
+
+PackedTexts printPacked(PackedModel& model) {
+  TimePoint stageStart = now();
+  CJsonHandle logicalIO = packRecords(model);
+  logElapsed(stageStart, "Bit Packing");
+  CJsonHandle document = portsDocument(model, std::move(logicalIO));
+  logElapsed(stageStart, "Added Container Details");
+  PackedTexts texts;
+  texts.ports = printCJson(*document);
+  document.reset();
+  logElapsed(stageStart, "Serialized JSON");
+  texts.labels = printCJson(*labelsDocument(model));
+  texts.categories = printCJson(*categoriesDocument(model));
+  texts.hash = printCJson(*hashDocument(model.topLevelKey, valuesOf(model.fingerprints)));
+  return texts;
+}
+
+}  // namespace
+
+std::uint32_t convertVelmoraToPacked(const std::string& sourceDir, const std::string& inputName,
+                                     const std::string& inputText, const std::string& outputDir) {
+  PackedModel model = readLegacyText(sourceDir, inputName, inputText);
+  // All texts are complete before the first file is touched: running out of memory costs no file.
+  const PackedTexts texts = printPacked(model);
+  writeFile(joinPath(outputDir, model.outputKey + kPortsFile), texts.ports);
+  writeFile(joinPath(outputDir, model.outputKey + kLabelsFile), texts.labels);
+  writeFile(joinPath(outputDir, model.outputKey + kLegacyCategoriesFile), texts.categories);
+  if (!inputName.empty()) {
+    writeFile(inputName + ".hash", texts.hash);
+  }
+  return static_cast<std::uint32_t>(texts.ports.size() + texts.labels.size());
+}
+
+}  // namespace quenfold

@@ -1,0 +1,138 @@
+#include "logicalio/packed_reader.h"
+
+#include <fmt/core.h>
+
+#include <cstddef>
+#include <iostream>
+#include <string>
+#include <utility>
+
+#include "app/error.h"
+#include "json/cjson_access.h"
+#include "logicalio/hash.h"
+
+namespace quenfold {
+namespace {
+
+std::uint32_t mapKeyOf(const LogicalIORecord& record) {
+  return static_cast<std::uint32_t>(record.id);
+}
+
+std::string textOrEmpty(const cJSON* item) {
+  const char* const text = stringValue(item);
+  return text == nullptr ? "" : text;
+}
+
+std::int32_t requireId(const cJSON& entry) {
+  const cJSON* const id = findMember(&entry, kIdKey);
+  if (id == nullptr) {
+    throw runtimeError("id not found");
+  }
+  return id->valueint;
+}
+
+std::string defaultName(std::int32_t id) {
+  std::cerr << fmt::format("Error loading label for id:{}. Using default.\n", id);
+  return fmt::format("lbl_{}", id);
+}
+
+std::string nameOf(const cJSON& entry, const LogicalIORecord& record, const LabelMap& names) {
+  const auto labelled = names.find(mapKeyOf(record));
+  if (labelled != names.end()) {
+    return labelled->second;
+  }
+  const char* const own = stringValue(findMember(&entry, kNameKey));
+  return own != nullptr ? own : defaultName(record.id);
+}
+
+std::int32_t redirectOf(const cJSON& entry) {
+  const cJSON* const redirect = findMember(&entry, kRedirectKey);
+  return redirect == nullptr ? kNoRedirect : redirect->valueint;
+}
+
+std::vector<CatEntry> categoriesOf(const cJSON& entry, const LogicalIORecord& record,
+                                   const LegacyCategoryMap& categories) {
+  const auto listed = categories.find(mapKeyOf(record));
+  if (listed != categories.end()) {
+    return listed->second;
+  }
+  const cJSON* const own = findMember(&entry, kCategoryKey);
+  return own == nullptr ? std::vector<CatEntry>() : parseCategoryList(*own);
+}
+
+std::string portText(std::uint64_t packed, const PackedContext& context) {
+  std::string text = context.portDict.unpackToPortKey(packed);
+  const auto labelled = context.portLabels.find(text);
+  if (labelled != context.portLabels.end()) {
+    text = labelled->second;
+  }
+  return text;
+}
+
+/// What is no number is a gap; gaps after the last number are dropped.
+std::vector<std::string> portsOf(const cJSON& entry, const PackedContext& context,
+                                 VelDB::Hash& fingerprint) {
+  std::vector<std::string> ports;
+  std::size_t gaps = 0;
+  const cJSON* item = firstChild(findMember(&entry, kPortKey));
+  for (; item != nullptr; item = item->next) {
+    if (cJSON_IsNumber(item) == 0) {
+      ++gaps;
+      continue;
+    }
+    const std::uint64_t packed = toUint64(item->valuedouble);
+    fingerprint.hashAdd(packed);
+    ports.resize(ports.size() + gaps);
+    ports.push_back(portText(packed, context));
+    gaps = 0;
+  }
+  return ports;
+}
+
+LogicalIORecord parseEntry(const cJSON& entry, const PackedContext& context,
+                           VelDB::Hash& portFingerprint) {
+  LogicalIORecord record;
+  record.id = requireId(entry);
+  record.name = nameOf(entry, record, context.names);
+  record.tally = textOrEmpty(findMember(&entry, kTallyKey));
+  record.redirect = redirectOf(entry);
+  record.description = textOrEmpty(findMember(&entry, kDescriptionKey));
+  record.categories = categoriesOf(entry, record, context.categories);
+  record.ports = portsOf(entry, context, portFingerprint);
+  return record;
+}
+
+}  // namespace
+
+const TableKind& packedKindOf(const cJSON& document) {
+  for (const TableKind& kind : kPackedTables) {
+    if (findMember(&document, kind.topLevelKey) != nullptr) {
+      return kind;
+    }
+  }
+  throw runtimeError("Unknown logical IO Type");
+}
+
+void requirePackedMembers(const cJSON* table) {
+  for (const char* const name : {kVersionKey, kHashKey, kLogicalIOKey, kPortDictKey}) {
+    if (findMember(table, name) == nullptr) {
+      throw runtimeError("Error \"{}\" not found.", name);
+    }
+  }
+}
+
+UnpackedRecords parsePackedLogicalIOTable(const cJSON* table, const PackedContext& context) {
+  const cJSON* const entries = findMember(table, kLogicalIOKey);
+  if (entries == nullptr) {
+    throw runtimeError("parsePackedLogicalIOTable: logical IO table not found");
+  }
+  UnpackedRecords unpacked;
+  VelDB::Hash portFingerprint;
+  for (const cJSON* entry = entries->child; entry != nullptr; entry = entry->next) {
+    unpacked.records.push_back(parseEntry(*entry, context, portFingerprint));
+  }
+  unpacked.portFingerprint = portFingerprint.value();
+  return unpacked;
+}
+
+}  // namespace quenfold

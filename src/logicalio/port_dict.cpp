@@ -1,0 +1,233 @@
+#include "logicalio/port_dict.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+#include <vector>
+
+#include "json/cjson_access.h"
+#include "logicalio/bit_packing.h"
+#include "logicalio/keys.h"
+
+namespace quenfold {
+namespace {
+
+constexpr int kPortDictVersion = 2;
+constexpr const char* kRefMapsKey = "refMaps";
+constexpr const char* kBitPackingKey = "bitPacking";
+
+/// Slots named at once when a file lists none; those beyond are named when they are met.
+constexpr std::uint64_t kMostListedSlots = 65536;
+
+/// The bits that hold 0 to values - 1, rounded up; none for 0 and for 1.
+std::int32_t bitsFor(std::uint32_t values) {
+  std::int32_t bits = 0;
+  while (std::uint64_t{1} << static_cast<std::uint32_t>(bits) < values) {
+    ++bits;
+  }
+  return bits;
+}
+
+std::int32_t bitsFor(const VelDB::RefMap& map) {
+  return bitsFor(static_cast<std::uint32_t>(map.size()));
+}
+
+std::uint32_t shiftedLeft(std::uint32_t value, std::uint32_t by) {
+  return by < 32 ? value << by : 0;
+}
+
+/// One part of the layout string: a literal (type 0) or a field.
+struct LayoutPart {
+  char type;
+  const char* literal;
+  PortField field;
+};
+
+constexpr std::array<LayoutPart, 12> kLayout = {{{'$', nullptr, kDevice},
+                                                 {0, ".", {}},
+                                                 {'$', nullptr, kSlot},
+                                                 {0, ".", {}},
+                                                 {'$', nullptr, kPortPrefix},
+                                                 {0, "[", {}},
+                                                 {'#', nullptr, kPortId},
+                                                 {0, "]", {}},
+                                                 {0, ".", {}},
+                                                 {'$', nullptr, kType},
+                                                 {0, ".ch", {}},
+                                                 {'#', nullptr, kCh}}};
+
+std::string layoutString(const std::array<std::int32_t, kPortFieldCount>& bits) {
+  std::vector<BitPackToken> tokens;
+  tokens.reserve(kLayout.size());
+  for (const LayoutPart& part : kLayout) {
+    tokens.push_back(part.literal != nullptr
+                         ? makeLiteralToken(part.literal)
+                         : makeFieldToken(part.type, kPortFieldNames.at(part.field),
+                                          static_cast<std::uint32_t>(bits.at(part.field))));
+  }
+  return writeBitPacking(tokens);
+}
+
+std::string impliedSlotName(std::uint64_t id) { return fmt::format("slot{}", id); }
+
+std::string_view nameOrEmpty(const VelDB::RefMap& map, std::uint32_t id) {
+  const std::string* const name = map.nameOf(id);
+  return name == nullptr ? std::string_view() : *name;
+}
+
+void loadRefMap(const cJSON& refMaps, PortField field, VelDB::RefMap& map) {
+  const cJSON* const entries = findMember(&refMaps, kPortFieldNames.at(field));
+  if (entries != nullptr) {
+    map.fromJson(*entries);
+  }
+}
+
+void loadWidths(std::string_view layout, PortDict& dict) {
+  const std::vector<BitPackToken> tokens = parseBitPacking(layout);
+  for (const BitPackToken& token : tokens) {
+    const auto* const name = std::find(kPortFieldNames.begin(), kPortFieldNames.end(), token.text);
+    if (token.kind != BitPackKind::kLiteral && name != kPortFieldNames.end()) {
+      dict.bits.at(static_cast<std::size_t>(name - kPortFieldNames.begin())) =
+          static_cast<std::int32_t>(token.bits);
+    }
+  }
+  if (!tokens.empty()) {
+    dict.computeShifts();
+  }
+}
+
+PortKeyIds splitFields(const PortDict& dict, std::uint64_t value) {
+  PortKeyIds ids{};
+  for (std::size_t field = 0; field < kPortFieldCount; ++field) {
+    const std::uint32_t shift = dict.shift.at(field);
+    if (dict.bits.at(field) > 0 && shift < 32) {
+      // Kept on purpose: a field that reaches bit 31 takes in the upper half of the number too.
+      const std::int64_t mask = static_cast<std::int32_t>(dict.mask.at(field));
+      ids.at(field) =
+          static_cast<std::uint32_t>((value & static_cast<std::uint64_t>(mask)) >> shift);
+    }
+  }
+  return ids;
+}
+
+void nameImpliedSlots(PortDict& dict) {
+  const auto width = static_cast<std::uint32_t>(dict.bits[kSlot]);
+  dict.impliedSlots = std::uint64_t{lowMask(width)} + 1;
+  for (std::uint64_t id = 0; id < std::min(dict.impliedSlots, kMostListedSlots); ++id) {
+    dict.slot.add(impliedSlotName(id));
+  }
+}
+
+}  // namespace
+
+std::string& PortDict::registerPortKey(std::string_view portKey, std::string& out) {
+  const std::optional<PortKeyText> key = scanPortKey(portKey);
+  if (!key) {
+    return out;
+  }
+  // A negative number counts as a very large one.
+  PortKeyIds ids{};
+  ids[kCh] = static_cast<std::uint32_t>(key->ch);
+  ids[kPortId] = static_cast<std::uint32_t>(key->portId);
+  ids[kDevice] = device.add(key->device);
+  ids[kPortPrefix] = portPrefix.add(key->portPrefix);
+  ids[kType] = type.add(key->type);
+  ids[kSlot] = slot.add(key->slot);
+  maxCh = std::max(maxCh, ids[kCh]);
+  maxPortId = std::max(maxPortId, ids[kPortId]);
+  return out = printIdKey(ids);
+}
+
+std::uint32_t PortDict::computeWidths() {
+  // Kept on purpose: with a maximum of 2^32 - 1 the count wraps to 0, which takes no bits.
+  bits[kCh] = bitsFor(maxCh + 1);
+  bits[kType] = bitsFor(type);
+  bits[kPortId] = bitsFor(maxPortId + 1);
+  bits[kPortPrefix] = bitsFor(portPrefix);
+  bits[kSlot] = bitsFor(slot);
+  bits[kDevice] = bitsFor(device);
+  return computeShifts();
+}
+
+std::uint32_t PortDict::computeShifts() {
+  std::uint32_t total = 0;
+  for (std::size_t field = 0; field < kPortFieldCount; ++field) {
+    const auto width = static_cast<std::uint32_t>(bits.at(field));
+    shift.at(field) = total;
+    mask.at(field) = shiftedLeft(lowMask(width), total);
+    total += width;
+  }
+  return total;
+}
+
+std::uint64_t PortDict::packIdKey(std::string_view idKey) const {
+  const PortKeyIds ids = scanIdKey(idKey);
+  std::uint32_t packed = 0;
+  for (std::size_t field = 0; field < kPortFieldCount; ++field) {
+    if (bits.at(field) > 0) {
+      // Kept on purpose: not masked, so a value wider than its field spills into the next one.
+      packed |= shiftedLeft(ids.at(field), shift.at(field));
+    }
+  }
+  return packed;
+}
+
+std::string PortDict::unpackToPortKey(std::uint64_t value) const {
+  const PortKeyIds ids = splitFields(*this, value);
+  const bool unlistedSlot = !slot.containsId(ids[kSlot]) && ids[kSlot] < impliedSlots;
+  const std::string slotName = unlistedSlot ? impliedSlotName(ids[kSlot]) : std::string();
+  return printPortKey(
+      {nameOrEmpty(device, ids[kDevice]), unlistedSlot ? slotName : nameOrEmpty(slot, ids[kSlot]),
+       nameOrEmpty(portPrefix, ids[kPortPrefix]), static_cast<std::int32_t>(ids[kPortId]),
+       nameOrEmpty(type, ids[kType]), static_cast<std::int32_t>(ids[kCh])});
+}
+
+CJsonHandle PortDict::toJson() const {
+  CJsonHandle refMaps = cjsonObject();
+  addMember(*refMaps, kPortFieldNames[kDevice], device.toJson());
+  addMember(*refMaps, kPortFieldNames[kSlot], slot.toJson());
+  addMember(*refMaps, kPortFieldNames[kPortPrefix], portPrefix.toJson());
+  addMember(*refMaps, kPortFieldNames[kType], type.toJson());
+  CJsonHandle root = cjsonObject();
+  addMember(*root, kVersionKey, cjsonNumber(kPortDictVersion));
+  addMember(*root, kRefMapsKey, std::move(refMaps));
+  addMember(*root, kBitPackingKey, cjsonString(layoutString(bits)));
+  return root;
+}
+
+std::error_code PortDict::fromJson(const cJSON& root) {
+  const cJSON* const versionItem = findMember(&root, kVersionKey);
+  const cJSON* const refMaps = findMember(&root, kRefMapsKey);
+  if (versionItem == nullptr || refMaps == nullptr) {
+    return std::make_error_code(std::errc::invalid_argument);
+  }
+  version = static_cast<std::uint32_t>(versionItem->valueint);
+  const char* const layout = stringValue(findMember(&root, kBitPackingKey));
+  if (layout == nullptr) {
+    return {};
+  }
+  loadWidths(layout, *this);
+  loadRefMap(*refMaps, kDevice, device);
+  loadRefMap(*refMaps, kSlot, slot);
+  if (slot.size() == 0) {
+    nameImpliedSlots(*this);
+  }
+  loadRefMap(*refMaps, kPortPrefix, portPrefix);
+  loadRefMap(*refMaps, kType, type);
+  return {};
+}
+
+CJsonHandle PortDict::widthsToJson() const {
+  CJsonHandle widths = cjsonArray();
+  for (std::size_t field = 0; field < kPortFieldCount; ++field) {
+    CJsonHandle width = cjsonArray();
+    addElement(*width, cjsonString(kPortFieldNames.at(field)));
+    addElement(*width, cjsonNumber(bits.at(field)));
+    addElement(*widths, std::move(width));
+  }
+  return widths;
+}
+
+}  // namespace quenfold

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cjson/cJSON.h>
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+#include "json/cjson_handle.h"
+#include "logicalio/port_key.h"
+#include "logicalio/ref_map.h"
+
+namespace quenfold {
+
+/// Turns port keys into numbers and back: the four texts of a key go through dictionaries, and the
+/// six numbers are laid side by side in fields that are just wide enough. While building, register
+/// every key, then compute the widths, then pack.
+struct PortDict {
+  std::uint32_t version = 2;    // as loaded; always written as 2
+  std::uint32_t maxCh = 0;      // largest channel registered
+  std::uint32_t maxPortId = 0;  // largest port id registered
+
+  // By `PortField`. A width from a file is kept as it comes; below 1 its field takes no part.
+  std::array<std::int32_t, kPortFieldCount> bits{};
+  std::array<std::uint32_t, kPortFieldCount> shift{};  // position of the lowest bit
+  std::array<std::uint32_t, kPortFieldCount> mask{};   // shifted into place, 32 bits of it
+
+  VelDB::RefMap device;
+  VelDB::RefMap slot;
+  VelDB::RefMap portPrefix;
+  VelDB::RefMap type;
+
+  // Of a file that lists no slots: "slotN" has the id N for every N below this.
+  std::uint64_t impliedSlots = 0;
+
+  /// Notes the key's texts and numbers and sets `out` to its ID key. A text that is no port key
+  /// changes nothing. Returns `out`.
+  std::string& registerPortKey(std::string_view portKey, std::string& out);
+
+  /// The widths that hold everything registered, then `computeShifts`. Returns the total width.
+  std::uint32_t computeWidths();
+
+  /// Shifts and masks from the widths. Returns the total width, which may exceed 32.
+  std::uint32_t computeShifts();
+
+  /// The packed number of a port, below 2^32; bits beyond that are lost.
+  [[nodiscard]] std::uint64_t packIdKey(std::string_view idKey) const;
+
+  /// The port key of a packed number. An id without a name leaves its text empty.
+  [[nodiscard]] std::string unpackToPortKey(std::uint64_t value) const;
+
+  /// As `VelDB::RefMap::rename` on the devices.
+  int renameDevice(std::string_view from, std::string_view to) { return device.rename(from, to); }
+
+  /// The "portDict" object. Throws std::bad_alloc.
+  [[nodiscard]] CJsonHandle toJson() const;
+
+  /// Loads a "portDict" object. EINVAL, and nothing changed, without "version" or "refMaps".
+  /// Without a "bitPacking" string only the version is loaded.
+  std::error_code fromJson(const cJSON& root);
+
+  /// [["ch", width], ...] by `PortField`. Throws std::bad_alloc.
+  [[nodiscard]] CJsonHandle widthsToJson() const;
+};
+
+}  // namespace quenfold

@@ -1,0 +1,67 @@
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "json/cjson_access.h"
+
+namespace quenfold {
+namespace {
+
+TEST(FindMember, IgnoresCaseAndTakesTheFirst) {
+  const CJsonHandle object = parseCJson(R"({"a": 1, "NAME": 2, "name": 3})");
+  ASSERT_NE(findMember(object.get(), "name"), nullptr);
+  EXPECT_EQ(findMember(object.get(), "name")->valueint, 2);
+  EXPECT_EQ(findMember(object.get(), "other"), nullptr);
+}
+
+TEST(FindMember, FindsNothingInOtherValues) {
+  for (const char* json : {"[1, [2]]", "5", "null", "\"name\"", "{}"}) {
+    EXPECT_EQ(findMember(parseCJson(json).get(), "name"), nullptr) << json;
+  }
+  EXPECT_EQ(findMember(nullptr, "name"), nullptr);
+}
+
+TEST(CJsonViews, ExpectMissingTexts) {
+  const CJsonHandle list = parseCJson(R"(["x", 5, null])");
+  EXPECT_EQ(memberName(*firstChild(list.get())), "");
+  EXPECT_STREQ(stringValue(list->child), "x");
+  EXPECT_EQ(stringValue(list->child->next), nullptr);
+  EXPECT_EQ(stringValue(list->child->next->next), nullptr);
+  EXPECT_EQ(stringValue(nullptr), nullptr);
+  EXPECT_EQ(firstChild(nullptr), nullptr);
+  EXPECT_EQ(firstChild(list->child), nullptr);
+}
+
+TEST(IntValues, TakeEveryChild) {
+  const CJsonHandle list = parseCJson(R"([3, "7", true, false, null, 2.9, 1e20, -1e20])");
+  EXPECT_EQ(intValues(list.get()),
+            (std::vector<std::int32_t>{3, 0, 1, 0, 0, 2, 2147483647, -2147483647 - 1}));
+  EXPECT_EQ(intValues(parseCJson(R"({"a": 4})").get()), (std::vector<std::int32_t>{4}));
+  EXPECT_TRUE(intValues(parseCJson("5").get()).empty());
+  EXPECT_TRUE(intValues(nullptr).empty());
+}
+
+TEST(ToUint, CutsTowardZeroAndSaturates) {
+  EXPECT_EQ(toUint32(2.9), 2U);
+  EXPECT_EQ(toUint32(-0.9), 0U);
+  EXPECT_EQ(toUint32(-5), 0U);
+  EXPECT_EQ(toUint32(4294967295.0), 4294967295U);
+  EXPECT_EQ(toUint32(4294967295.5), 4294967295U);
+  EXPECT_EQ(toUint32(1e300), 4294967295U);
+  EXPECT_EQ(toUint64(-1), 0U);
+  EXPECT_EQ(toUint64(4294967296.0), 4294967296U);
+  EXPECT_EQ(toUint64(18446744073709549568.0), 18446744073709549568U);
+  EXPECT_EQ(toUint64(18446744073709551616.0), 18446744073709551615U);
+  EXPECT_EQ(toUint64(std::numeric_limits<double>::infinity()), 18446744073709551615U);
+  EXPECT_EQ(toUint64(-std::numeric_limits<double>::infinity()), 0U);
+  EXPECT_EQ(toUint64(std::numeric_limits<double>::quiet_NaN()), 0U);
+}
+
+TEST(LabelMapToJson, WritesUnsignedNumbersInKeyOrder) {
+  EXPECT_EQ(printCJson(*labelMapToJson({{"b", 4215536289U}, {"a", 0}, {"", 4294967295U}})),
+            "{\n\t\"\":\t4294967295,\n\t\"a\":\t0,\n\t\"b\":\t4215536289\n}");
+  EXPECT_EQ(printCJson(*labelMapToJson({})), "{\n}");
+}
+
+}  // namespace
+}  // namespace quenfold
