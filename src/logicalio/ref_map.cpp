@@ -119,8 +119,9 @@ void RefMap::fromJson(const cJSON& array) {
 
 void RefMap::dump(std::string_view separator) const {
   for (const auto& [id, name] : idToName_) {
-    std::cout << fmt::format("{:X}={}{}\n", id, name, separator);
+    std::cout << fmt::format("{:X}={}{}", id, name, separator);
   }
+  std::cout << '\n';
 }
 
 }  // namespace VelDB

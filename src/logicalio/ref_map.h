@@ -58,7 +58,8 @@ class RefMap {
   /// limited to 32 bits, negative ones become 0; a later entry replaces an earlier one.
   void fromJson(const cJSON& array);
 
-  /// Prints a line "<id in hexadecimal>=<name><separator>" for each id to standard output.
+  /// Prints "<id in hexadecimal>=<name><separator>" for each id, then a line end, to standard
+  /// output.
   void dump(std::string_view separator = " ") const;
 
  private:

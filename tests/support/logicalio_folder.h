@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <ctime>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -46,14 +45,6 @@ class LogicalIOFolder : public ScratchFolder {
     static_cast<void>(file(packedFileName(section), json));
   }
 };
-
-/// The processor time that the call takes, in seconds.
-template <typename Call>
-double processorTimeOf(Call call) {
-  const std::clock_t start = std::clock();
-  call();
-  return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-}
 
 /// The labels of the stage reports in verbose mode, each with its line end, without their times;
 /// other lines as they are.
