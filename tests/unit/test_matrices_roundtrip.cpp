@@ -29,6 +29,7 @@ struct Database {
   std::uint32_t seed;
 };
 
+// NOLINTNEXTLINE(readability-identifier-naming): GoogleTest looks for this name
 void PrintTo(const Database& database, std::ostream* out) {
   *out << database.ports << " ports, seed " << database.seed;
 }
