@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <unordered_map>
@@ -31,7 +32,8 @@ std::uint64_t countPorts(const PortTypeGroup& group) {
   return total;
 }
 
-std::uint64_t countPorts(const PortTree& tree) {
+/// At most kMaxUnpackedPorts, which fits every host's sizes.
+std::size_t countPorts(const PortTree& tree) {
   std::uint64_t total = 0;
   for (const auto& [deviceKey, slots] : tree) {
     for (const auto& [slotName, groups] : slots) {
@@ -43,7 +45,7 @@ std::uint64_t countPorts(const PortTree& tree) {
       }
     }
   }
-  return total;
+  return static_cast<std::size_t>(total);
 }
 
 /// Device key to its first label record.
