@@ -1,5 +1,5 @@
 # Shared by the toolchain files: Debian's cross compiler, libraries unpacked by
-# scripts/foreign-libraries, and the user-mode emulator, which needs no registration in the kernel.
+# scripts/setup-cross, and the user-mode emulator, which needs no registration in the kernel.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_CXX_COMPILER ${QUENFOLD_TRIPLET}-g++)
 set(CMAKE_CROSSCOMPILING_EMULATOR ${QUENFOLD_QEMU};-L;/usr/${QUENFOLD_TRIPLET})
