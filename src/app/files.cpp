@@ -1,12 +1,12 @@
 #include "app/files.h"
 
-#include <algorithm>
+#include <sys/stat.h>
+
 #include <array>
 #include <cstdint>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <system_error>
+#include <new>
 
 #include "app/error.h"
 
@@ -37,12 +37,17 @@ bool readToEnd(std::istream& in, std::string& text) {
 }
 
 /// Makes room for a regular file at once; what has no size (a pipe, a device) grows as it comes.
+/// The C library's stat, since the C++ library's has no dates after 2038 on a 32-bit host.
 void reserveForFile(std::string& text, const std::string& path) {
-  std::error_code unknownSize;
-  const std::uintmax_t size = std::filesystem::file_size(path, unknownSize);
-  if (!unknownSize) {
-    text.reserve(static_cast<std::size_t>(std::min<std::uintmax_t>(size, text.max_size())));
+  struct stat status = {};
+  if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
+    return;
   }
+  const auto size = static_cast<std::uint64_t>(status.st_size);
+  if (size > text.max_size()) {
+    throw std::bad_alloc();
+  }
+  text.reserve(static_cast<std::size_t>(size));
 }
 
 }  // namespace

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
@@ -51,6 +54,17 @@ class ScratchFolder {
  private:
   std::filesystem::path folder_;
 };
+
+/// Dates a file or folder 2040, later than 32 bits of seconds reach.
+inline void date2040(const std::string& path) {
+  timespec date = {};
+  date.tv_sec = 2208988800;
+  const std::array<timespec, 2> dates = {date, date};
+  ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), dates.data(), 0), 0) << path;
+  struct stat status = {};
+  ASSERT_EQ(stat(path.c_str(), &status), 0) << path;
+  ASSERT_EQ(status.st_mtime, date.tv_sec) << path;
+}
 
 /// The message of the standard exception that the call throws; a test failure when there is none.
 template <typename Call>

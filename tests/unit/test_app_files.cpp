@@ -1,4 +1,7 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <new>
 
 #include "app/files.h"
 #include "support/scratch.h"
@@ -38,6 +41,27 @@ TEST(ReadFile, NamesADirectoryAsUnreadable) {
   const test::ScratchFolder scratch;
   EXPECT_EQ(test::messageOf([&] { readFile(scratch.path()); }),
             "error while reading file: " + scratch.path());
+}
+
+TEST(ReadFile, MakesRoomAtOnceForAFileDated2040) {
+  const test::ScratchFolder scratch;
+  const std::string bytes(200001, 'x');
+  const std::string path = scratch.file("late", bytes);
+  test::date2040(path);
+  const std::string text = readFile(path);
+  EXPECT_EQ(text, bytes);
+  // Without its size the text would have grown by doubling, to 262144 bytes.
+  EXPECT_LT(text.capacity(), 201000U);
+}
+
+TEST(ReadFile, RunsOutOfMemoryForAFileBeyondTheAddressSpace) {
+  if (sizeof(std::size_t) > 4) {
+    GTEST_SKIP() << "no file is larger than a text may be";
+  }
+  const test::ScratchFolder scratch;
+  const std::string path = scratch.file("large", "");
+  ASSERT_EQ(truncate(path.c_str(), 5000000000), 0);
+  EXPECT_THROW(readFile(path), std::bad_alloc);
 }
 
 TEST(WriteFile, WritesTheBytesAsTheyAre) {

@@ -46,6 +46,15 @@ TEST(ConvertPackedMatrices, CreatesTheDirectoryForItsOwnerAlone) {
   EXPECT_EQ(status.st_mode & 0777U, 0700U);
 }
 
+TEST(ConvertPackedMatrices, WritesIntoADirectoryDated2040) {
+  const PackedFolder packed(kOnePort);
+  const std::string out = packed.path("out");
+  std::filesystem::create_directory(out);
+  test::date2040(out);
+  EXPECT_GT(convertPackedMatrices(packed.path(), {"userPortLabels.json"}, out), 0U);
+  EXPECT_NE(packed.bytesOf("out/userPortLabels.json"), "");
+}
+
 TEST(ConvertPackedMatrices, ReportsADirectoryThatCannotBeCreated) {
   const PackedFolder packed("{}");
   const std::string out = packed.path("no/out");
