@@ -1,5 +1,13 @@
 # The three libraries, taken from the distribution's packages as system headers.
+option(QUENFOLD_STATIC_RUNTIME "Link the C++ runtime and fmt into the program" OFF)
+
 find_package(fmt REQUIRED)
+# There is no packaged static fmt, but its headers hold all of it.
+if(QUENFOLD_STATIC_RUNTIME)
+  set(QUENFOLD_FMT fmt::fmt-header-only)
+else()
+  set(QUENFOLD_FMT fmt::fmt)
+endif()
 
 find_path(RAPIDJSON_INCLUDE_DIR rapidjson/document.h REQUIRED)
 add_library(quenfold_rapidjson INTERFACE)
