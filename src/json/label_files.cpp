@@ -4,6 +4,7 @@
 
 #include "app/error.h"
 #include "app/files.h"
+#include "app/limits.h"
 #include "app/stage_timer.h"
 #include "json/access.h"
 #include "json/document.h"
@@ -65,11 +66,14 @@ PortLabelMap loadPortLabels(const std::string& path, bool reverse, const DeviceM
     throw runtimeError("{} is not object", kPortLabelsSection);
   }
   PortLabelMap labels;
+  // A device's long replacement is copied into each of its keys.
+  Budget keyBytes("too many bytes of port labels", kMaxTextBytes);
   for (const auto& entry : entries.GetObject()) {
     if (!entry.value.IsString()) {
       throw runtimeError("portLabel entry value is not string");
     }
     std::string key = mappedKey(jsonText(entry.name), mapper);
+    keyBytes.take(key.size());
     std::string label(jsonText(entry.value));
     if (reverse) {
       key.swap(label);

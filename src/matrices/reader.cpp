@@ -78,8 +78,10 @@ void addPortLabel(MatricesModel& model, std::string_view port, std::string_view 
     std::cerr << "Port alias error - port label not found.";
     return;
   }
+  const std::string_view rest = port.substr(dot);
+  model.portLabelBytes.take(device->serial.size() + rest.size());
   std::string key = device->serial;
-  model.portLabels.push_back({std::move(key.append(port.substr(dot))), std::string(label)});
+  model.portLabels.push_back({std::move(key.append(rest)), std::string(label)});
 }
 
 void readPort(const JsonValue& entry, MatricesModel& model) {
