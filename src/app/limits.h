@@ -13,11 +13,14 @@ namespace quenfold {
 /// Ports written out by one run; every channel is one.
 inline constexpr std::uint64_t kMaxPorts = std::uint64_t{1} << 26U;
 
-/// Bytes of one input, and of all the names that one run makes up from parts.
+/// Bytes of one input, and of all the port names that one run writes out.
 inline constexpr std::uint64_t kMaxTextBytes = std::uint64_t{1} << 33U;
 
-/// Bytes of the records that one run unpacks: cJSON prints no text beyond 31 bits of length.
-inline constexpr std::uint64_t kMaxRecordBytes = (std::uint64_t{1} << 31U) - 1;
+/// Bytes of the device names that one run puts in place of others in the keys of port labels.
+inline constexpr std::uint64_t kMaxReplacedBytes = std::uint64_t{1} << 30U;
+
+/// Bytes of the names, ports and categories of the logical IO records that one run unpacks.
+inline constexpr std::uint64_t kMaxRecordBytes = std::uint64_t{1} << 30U;
 
 /// Adds up what a run is about to hold.
 class Budget {

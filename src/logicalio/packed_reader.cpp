@@ -86,7 +86,7 @@ class RecordReader {
     record.description = textOrEmpty(findMember(&entry, kDescriptionKey));
     record.categories = categoriesOf(entry, record, context_.categories);
     for (const CatEntry& category : record.categories) {
-      bytes_.take(sizeof category + category.text.size());
+      bytes_.take(kCategoryBytes + category.text.size());
     }
     record.ports = portsOf(entry);
     return record;
@@ -114,6 +114,8 @@ class RecordReader {
     }
     return ports;
   }
+
+  static constexpr std::uint64_t kCategoryBytes = 64;  // of an entry beside its text
 
   const PackedContext& context_;
   VelDB::Hash fingerprint_;

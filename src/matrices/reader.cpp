@@ -78,10 +78,9 @@ void addPortLabel(MatricesModel& model, std::string_view port, std::string_view 
     std::cerr << "Port alias error - port label not found.";
     return;
   }
-  const std::string_view rest = port.substr(dot);
-  model.portLabelBytes.take(device->serial.size() + rest.size());
+  model.replaced.take(device->serial.size());
   std::string key = device->serial;
-  model.portLabels.push_back({std::move(key.append(rest)), std::string(label)});
+  model.portLabels.push_back({std::move(key.append(port.substr(dot))), std::string(label)});
 }
 
 void readPort(const JsonValue& entry, MatricesModel& model) {

@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "app/files.h"
+#include "app/limits.h"
 #include "support/scratch.h"
 
 namespace quenfold {
@@ -38,6 +41,13 @@ TEST(ReadFile, NamesADirectoryAsUnreadable) {
   const test::ScratchFolder scratch;
   EXPECT_EQ(test::messageOf([&] { readFile(scratch.path()); }),
             "error while reading file: " + scratch.path());
+}
+
+TEST(ReadFile, RefusesAFileBeyondTheLimitBeforeItReads) {
+  const test::ScratchFolder scratch;
+  const std::string path = scratch.file("large", "");
+  std::filesystem::resize_file(path, kMaxTextBytes + 1);
+  EXPECT_EQ(test::messageOf([&] { readFile(path); }), "file too large: " + path);
 }
 
 TEST(WriteFile, WritesTheBytesAsTheyAre) {
