@@ -1,9 +1,8 @@
 #include "app/driver.h"
 
 #include <cstdint>
-#include <exception>
 #include <iostream>
-#include <new>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -62,8 +61,9 @@ void unpackLogicalIO(const Options& options) {
     return;
   }
   const std::string outputPath = joinPath(options.outputDir, outputName);
+  const std::string hashPath = outputPath + ".hash";
   writeFile(outputPath, legacyText);
-  writeFile(outputPath + ".hash", hashText);
+  writeFile(hashPath, hashText);
   if (verbose) {
     std::cerr << "File saved to " << outputPath << '\n';
   }
@@ -98,14 +98,12 @@ void runLogicalIO(const Options& options) {
   reportLogicalIO(runStart, sizes);
 }
 
-/// A file that cannot be read is packed as if it were empty, with a warning. Running out of memory
-/// is no property of the file and ends the run.
+/// A file that cannot be read is packed as if it were empty, with a warning. Running out of memory,
+/// or a file beyond the limits, ends the run: what it holds must not be replaced by nothing.
 std::string readMatricesOrNothing(const std::string& path) {
   try {
     return readFile(path);
-  } catch (const std::bad_alloc&) {
-    throw;
-  } catch (const std::exception& failure) {
+  } catch (const std::runtime_error& failure) {
     std::cerr << "Error loading " << path << " : " << failure.what() << ". Using empty data\n";
     return {};
   }

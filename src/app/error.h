@@ -14,4 +14,12 @@ std::runtime_error runtimeError(fmt::format_string<Args...> message, Args&&... a
   return std::runtime_error(fmt::format(message, std::forward<Args>(args)...));
 }
 
+/// For what is too large for the program, whatever it says: `throw lengthError("too many ports");`.
+/// It ends the run even where a runtime error is only reported: half of it must not be packed as if
+/// it were the whole.
+template <typename... Args>
+std::length_error lengthError(fmt::format_string<Args...> message, Args&&... args) {
+  return std::length_error(fmt::format(message, std::forward<Args>(args)...));
+}
+
 }  // namespace quenfold

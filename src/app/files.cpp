@@ -1,19 +1,75 @@
 #include "app/files.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <array>
+#include <cerrno>
+#include <cstddef>
 #include <cstdint>
-#include <fstream>
-#include <iostream>
 #include <new>
 
 #include "app/error.h"
+#include "app/limits.h"
+
+// The system's own calls: they tell why they failed, and nothing is allocated once a file is open
+// for writing, so running out of memory cannot cost the operator what the file held.
 
 namespace quenfold {
 namespace {
 
 constexpr std::size_t kChunk = 64UL * 1024;
+constexpr std::string_view kStandardInput = "standard input";
+constexpr std::string_view kStandardOutput = "standard output";
+
+/// Repeats a call that a signal interrupted before it did anything.
+template <typename Call>
+auto uninterrupted(Call call) {
+  auto result = call();
+  while (result == -1 && errno == EINTR) {
+    result = call();
+  }
+  return result;
+}
+
+/// A system without memory says nothing about the file. Where a file's fault is no end of the run,
+/// this one is.
+void throwIfOutOfMemory() {
+  if (errno == ENOMEM) {
+    throw std::bad_alloc();
+  }
+}
+
+/// An open file, closed on every way out.
+class OpenFile {
+ public:
+  OpenFile(const std::string& path, int flags)
+      : descriptor_(uninterrupted([&] {
+          constexpr mode_t kEverybody = 0666;                        // less the umask
+          return open(path.c_str(), flags | O_CLOEXEC, kEverybody);  // NOLINT(*-vararg)
+        })) {
+    if (descriptor_ == -1) {
+      throwIfOutOfMemory();
+      throw runtimeError("error while opening file: {}", path);
+    }
+  }
+  ~OpenFile() { close(); }
+  OpenFile(const OpenFile&) = delete;
+  OpenFile& operator=(const OpenFile&) = delete;
+
+  [[nodiscard]] int descriptor() const { return descriptor_; }
+
+  /// Whether the system took over all that was written.
+  bool close() {
+    const int descriptor = descriptor_;
+    descriptor_ = -1;
+    return descriptor == -1 || ::close(descriptor) == 0;
+  }
+
+ private:
+  int descriptor_;
+};
 
 void appendWithoutNewlines(std::string& text, std::string_view chunk) {
   while (true) {
@@ -26,74 +82,78 @@ void appendWithoutNewlines(std::string& text, std::string_view chunk) {
   }
 }
 
-/// Appends all that the stream still holds; false when reading failed before its end.
-bool readToEnd(std::istream& in, std::string& text) {
+/// Appends all that the file still holds. `name` is for messages.
+void readToEnd(int descriptor, std::string& text, std::string_view name) {
   std::array<char, kChunk> chunk;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled by read
-  while (in) {
-    in.read(chunk.data(), static_cast<std::streamsize>(chunk.size()));
-    appendWithoutNewlines(text, {chunk.data(), static_cast<std::size_t>(in.gcount())});
+  while (true) {
+    const ssize_t count =
+        uninterrupted([&] { return read(descriptor, chunk.data(), chunk.size()); });
+    if (count < 0) {
+      throwIfOutOfMemory();
+      throw runtimeError("error while reading file: {}", name);
+    }
+    if (count == 0) {
+      return;
+    }
+    appendWithoutNewlines(text, {chunk.data(), static_cast<std::size_t>(count)});
+    requireSize(text.size(), name);
   }
-  return !in.bad();
 }
 
 /// Makes room for a regular file at once; what has no size (a pipe, a device) grows as it comes.
-/// The C library's stat, since the C++ library's has no dates after 2038 on a 32-bit host.
-void reserveForFile(std::string& text, const std::string& path) {
+void reserveForFile(int descriptor, std::string& text, const std::string& path) {
   struct stat status = {};
-  if (stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) {
+  if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
     return;
   }
   const auto size = static_cast<std::uint64_t>(status.st_size);
+  requireSize(size, path);
   if (size > text.max_size()) {
     throw std::bad_alloc();
   }
   text.reserve(static_cast<std::size_t>(size));
 }
 
+/// Whether the system accepted every byte, however small its bites.
+bool writeAll(int descriptor, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t count =
+        uninterrupted([&] { return write(descriptor, text.data(), text.size()); });
+    if (count <= 0) {
+      return false;
+    }
+    text.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
 }  // namespace
 
 std::string readFile(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) {
-    throw runtimeError("error while opening file: {}", path);
-  }
+  const OpenFile in(path, O_RDONLY);
   std::string text;
-  reserveForFile(text, path);
-  if (!readToEnd(in, text)) {
-    throw runtimeError("error while reading file: {}", path);
-  }
+  reserveForFile(in.descriptor(), text, path);
+  readToEnd(in.descriptor(), text, path);
   return text;
 }
 
 std::string readStandardInput() {
-  std::ios::sync_with_stdio(false);
   std::string text;
-  if (!readToEnd(std::cin, text)) {
-    throw runtimeError("error while reading file: standard input");
-  }
+  readToEnd(STDIN_FILENO, text, kStandardInput);
   return text;
 }
 
 void writeFile(const std::string& path, std::string_view text) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  if (!out) {
-    throw runtimeError("error while opening file: {}", path);
-  }
-  out.write(text.data(), static_cast<std::streamsize>(text.size()));
-  out.flush();
-  if (out) {
-    out.close();
-  }
-  if (!out) {
+  OpenFile out(path, O_WRONLY | O_CREAT | O_TRUNC);
+  const bool written = writeAll(out.descriptor(), text);
+  if (!out.close() || !written) {
     throw runtimeError("error while writing file: {}", path);
   }
 }
 
 void writeStandardOutput(std::string_view text) {
-  std::cout.write(text.data(), static_cast<std::streamsize>(text.size()));
-  std::cout.flush();
-  if (!std::cout) {
-    throw runtimeError("error while writing file: standard output");
+  if (!writeAll(STDOUT_FILENO, text)) {
+    throw runtimeError("error while writing file: {}", kStandardOutput);
   }
 }
 

@@ -7,16 +7,17 @@ namespace quenfold {
 
 /// The text of a whole file without its newline characters; carriage returns and all other bytes
 /// stay. Throws "error while opening file: <path>" or, when the file opens but cannot be read (a
-/// directory, a failing disk), "error while reading file: <path>".
+/// directory, a failing disk), "error while reading file: <path>"; for a file of more than
+/// `kMaxTextBytes` a length error "file too large: <path>"; std::bad_alloc.
 std::string readFile(const std::string& path);
 
 /// The text of standard input up to its end, without newline characters. Throws
-/// "error while reading file: standard input".
+/// "error while reading file: standard input", and as `readFile` does.
 std::string readStandardInput();
 
 /// Creates or truncates the file and writes the bytes as they are. Returns only after the system
-/// has accepted every byte. Throws "error while opening file: <path>" or
-/// "error while writing file: <path>".
+/// has accepted every byte. Needs no memory unless it fails. Throws
+/// "error while opening file: <path>" or "error while writing file: <path>".
 void writeFile(const std::string& path, std::string_view text);
 
 /// Writes the bytes as they are, nothing added. Throws

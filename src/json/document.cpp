@@ -54,7 +54,7 @@ class DocumentBuilder : public JsonDocument {
 }  // namespace
 
 void throwJsonAssertion(const char* condition) {
-  throw runtimeError("JSON library condition failed: {}", condition);
+  throw lengthError("JSON library condition failed: {}", condition);
 }
 
 void* JsonAllocator::Malloc(std::size_t size) { return Realloc(nullptr, 0, size); }

@@ -9,7 +9,8 @@
 
 namespace quenfold {
 
-/// Throws a runtime error that names the library's condition.
+/// Throws a length error that names the library's condition: what is left of them once types are
+/// tested first is a string or list beyond 32 bits of length.
 [[noreturn]] void throwJsonAssertion(const char* condition);
 
 }  // namespace quenfold

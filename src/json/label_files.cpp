@@ -4,6 +4,7 @@
 
 #include "app/error.h"
 #include "app/files.h"
+#include "app/limits.h"
 #include "app/stage_timer.h"
 #include "json/access.h"
 #include "json/document.h"
@@ -24,11 +25,13 @@ const JsonValue& sectionOf(const JsonDocument& root, const char* section, std::s
   return *content;
 }
 
-std::string mappedKey(std::string_view key, const DeviceMapper& mapper) {
+/// A device's long replacement is copied into each of its keys: `replaced` counts that.
+std::string mappedKey(std::string_view key, const DeviceMapper& mapper, Budget& replaced) {
   const std::size_t dot = key.find('.');
   if (mapper && dot != std::string_view::npos) {
     std::string mapped = mapper(key.substr(0, dot));
     if (!mapped.empty()) {
+      replaced.take(mapped.size());
       return mapped.append(key.substr(dot));
     }
   }
@@ -65,11 +68,12 @@ PortLabelMap loadPortLabels(const std::string& path, bool reverse, const DeviceM
     throw runtimeError("{} is not object", kPortLabelsSection);
   }
   PortLabelMap labels;
+  Budget replaced("too many bytes of port label keys", kMaxReplacedBytes);
   for (const auto& entry : entries.GetObject()) {
     if (!entry.value.IsString()) {
       throw runtimeError("portLabel entry value is not string");
     }
-    std::string key = mappedKey(jsonText(entry.name), mapper);
+    std::string key = mappedKey(jsonText(entry.name), mapper, replaced);
     std::string label(jsonText(entry.value));
     if (reverse) {
       key.swap(label);

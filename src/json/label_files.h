@@ -35,7 +35,8 @@ std::vector<DeviceLabel> parseDeviceLabels(const std::string& path);
 /// Port key to label or, with `reverse`, label to port key; of a repeated key the last value wins.
 /// The mapper is asked for the part before the first "." of every port key that has one. Throws
 /// what `readFile` throws, "loadPortLabels root is not object", "portLabels not found",
-/// "portLabels is not object" or "portLabel entry value is not string".
+/// "portLabels is not object" or "portLabel entry value is not string", and a length error "too
+/// many bytes of port labels: more than 8589934592".
 PortLabelMap loadPortLabels(const std::string& path, bool reverse, const DeviceMapper& mapper);
 
 }  // namespace quenfold

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/limits.h"
+
 namespace quenfold {
 namespace {
 
@@ -43,10 +45,19 @@ CJsonHandle legacyEntry(const LogicalIORecord& record, const TableKind& kind,
   return entry;
 }
 
+/// Every level key of a file stands for one port of every record.
+void requirePortCount(const std::vector<LogicalIORecord>& records, std::size_t levelCount) {
+  Budget ports("too many ports", kMaxPorts);
+  for (const LogicalIORecord& record : records) {
+    ports.take(std::max(record.ports.size(), levelCount));
+  }
+}
+
 }  // namespace
 
 CJsonHandle legacyEntries(std::vector<LogicalIORecord> records, const TableKind& kind,
                           std::size_t levelCount) {
+  requirePortCount(records, levelCount);
   CJsonHandle entries = cjsonArray();
   for (LogicalIORecord& record : records) {
     addElement(*entries, legacyEntry(record, kind, levelCount));

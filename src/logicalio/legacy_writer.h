@@ -10,7 +10,8 @@
 namespace quenfold {
 
 /// The array of legacy entries. Ports are padded with "" to `levelCount`, categories to six; a
-/// seventh category is dropped. Uses the records up. Throws std::bad_alloc, as does the next.
+/// seventh category is dropped. Uses the records up. Throws std::bad_alloc, as does the next, and a
+/// length error "too many ports: more than 67108864" before it builds anything.
 CJsonHandle legacyEntries(std::vector<LogicalIORecord> records, const TableKind& kind,
                           std::size_t levelCount);
 

@@ -27,6 +27,21 @@ struct PackedTexts {
   std::string hash;
 };
 
+/// Where they go; no hash path when there is no such file.
+struct PackedPaths {
+  std::string ports;
+  std::string labels;
+  std::string categories;
+  std::string hash;
+};
+
+PackedPaths pathsOf(const std::string& outputKey, const std::string& inputName,
+                    const std::string& outputDir) {
+  return {joinPath(outputDir, outputKey + kPortsFile), joinPath(outputDir, outputKey + kLabelsFile),
+          joinPath(outputDir, outputKey + kLegacyCategoriesFile),
+          inputName.empty() ? std::string() : inputName + ".hash"};
+}
+
 /// For a text that tells nothing itself.
 std::string outputKeyFromName(std::string_view inputName) {
   if (inputName.find(kSourcesInput) != std::string_view::npos) {
@@ -88,13 +103,15 @@ PackedTexts printPacked(PackedModel& model) {
 std::uint32_t convertVelmoraToPacked(const std::string& sourceDir, const std::string& inputName,
                                      const std::string& inputText, const std::string& outputDir) {
   PackedModel model = readLegacyText(sourceDir, inputName, inputText);
-  // All texts are complete before the first file is touched: running out of memory costs no file.
+  // All texts and paths are complete before the first file is touched: running out of memory costs
+  // no file.
   const PackedTexts texts = printPacked(model);
-  writeFile(joinPath(outputDir, model.outputKey + kPortsFile), texts.ports);
-  writeFile(joinPath(outputDir, model.outputKey + kLabelsFile), texts.labels);
-  writeFile(joinPath(outputDir, model.outputKey + kLegacyCategoriesFile), texts.categories);
-  if (!inputName.empty()) {
-    writeFile(inputName + ".hash", texts.hash);
+  const PackedPaths paths = pathsOf(model.outputKey, inputName, outputDir);
+  writeFile(paths.ports, texts.ports);
+  writeFile(paths.labels, texts.labels);
+  writeFile(paths.categories, texts.categories);
+  if (!paths.hash.empty()) {
+    writeFile(paths.hash, texts.hash);
   }
   return static_cast<std::uint32_t>(texts.ports.size() + texts.labels.size());
 }

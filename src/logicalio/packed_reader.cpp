@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "app/error.h"
+#include "app/limits.h"
 #include "json/cjson_access.h"
 #include "logicalio/hash.h"
 
@@ -69,38 +70,57 @@ std::string portText(std::uint64_t packed, const PackedContext& context) {
   return text;
 }
 
-/// What is no number is a gap; gaps after the last number are dropped.
-std::vector<std::string> portsOf(const cJSON& entry, const PackedContext& context,
-                                 VelDB::Hash& fingerprint) {
-  std::vector<std::string> ports;
-  std::size_t gaps = 0;
-  const cJSON* item = firstChild(findMember(&entry, kPortKey));
-  for (; item != nullptr; item = item->next) {
-    if (cJSON_IsNumber(item) == 0) {
-      ++gaps;
-      continue;
-    }
-    const std::uint64_t packed = toUint64(item->valuedouble);
-    fingerprint.hashAdd(packed);
-    ports.resize(ports.size() + gaps);
-    ports.push_back(portText(packed, context));
-    gaps = 0;
-  }
-  return ports;
-}
+/// Reads one record after the other. Names, labels and categories of the other files are copied
+/// into every record that refers to them, so a few long ones could fill any memory.
+class RecordReader {
+ public:
+  explicit RecordReader(const PackedContext& context) : context_(context) {}
 
-LogicalIORecord parseEntry(const cJSON& entry, const PackedContext& context,
-                           VelDB::Hash& portFingerprint) {
-  LogicalIORecord record;
-  record.id = requireId(entry);
-  record.name = nameOf(entry, record, context.names);
-  record.tally = textOrEmpty(findMember(&entry, kTallyKey));
-  record.redirect = redirectOf(entry);
-  record.description = textOrEmpty(findMember(&entry, kDescriptionKey));
-  record.categories = categoriesOf(entry, record, context.categories);
-  record.ports = portsOf(entry, context, portFingerprint);
-  return record;
-}
+  LogicalIORecord read(const cJSON& entry) {
+    LogicalIORecord record;
+    record.id = requireId(entry);
+    record.name = nameOf(entry, record, context_.names);
+    bytes_.take(record.name.size());
+    record.tally = textOrEmpty(findMember(&entry, kTallyKey));
+    record.redirect = redirectOf(entry);
+    record.description = textOrEmpty(findMember(&entry, kDescriptionKey));
+    record.categories = categoriesOf(entry, record, context_.categories);
+    for (const CatEntry& category : record.categories) {
+      bytes_.take(kCategoryBytes + category.text.size());
+    }
+    record.ports = portsOf(entry);
+    return record;
+  }
+
+  [[nodiscard]] std::uint32_t portFingerprint() const { return fingerprint_.value(); }
+
+ private:
+  /// What is no number is a gap; gaps after the last number are dropped.
+  std::vector<std::string> portsOf(const cJSON& entry) {
+    std::vector<std::string> ports;
+    std::size_t gaps = 0;
+    const cJSON* item = firstChild(findMember(&entry, kPortKey));
+    for (; item != nullptr; item = item->next) {
+      if (cJSON_IsNumber(item) == 0) {
+        ++gaps;
+        continue;
+      }
+      const std::uint64_t packed = toUint64(item->valuedouble);
+      fingerprint_.hashAdd(packed);
+      ports.resize(ports.size() + gaps);
+      ports.push_back(portText(packed, context_));
+      bytes_.take(ports.back().size());
+      gaps = 0;
+    }
+    return ports;
+  }
+
+  static constexpr std::uint64_t kCategoryBytes = 64;  // of an entry beside its text
+
+  const PackedContext& context_;
+  VelDB::Hash fingerprint_;
+  Budget bytes_{"too many bytes of records", kMaxRecordBytes};
+};
 
 }  // namespace
 
@@ -127,11 +147,11 @@ UnpackedRecords parsePackedLogicalIOTable(const cJSON* table, const PackedContex
     throw runtimeError("parsePackedLogicalIOTable: logical IO table not found");
   }
   UnpackedRecords unpacked;
-  VelDB::Hash portFingerprint;
+  RecordReader reader(context);
   for (const cJSON* entry = entries->child; entry != nullptr; entry = entry->next) {
-    unpacked.records.push_back(parseEntry(*entry, context, portFingerprint));
+    unpacked.records.push_back(reader.read(*entry));
   }
-  unpacked.portFingerprint = portFingerprint.value();
+  unpacked.portFingerprint = reader.portFingerprint();
   return unpacked;
 }
 

@@ -36,7 +36,8 @@ void requirePackedMembers(const cJSON* table);
 
 /// The records in file order, their ports as port keys or, where the user gave one, as labels. A
 /// record without a name is reported on standard error and named after its id. Throws
-/// "parsePackedLogicalIOTable: logical IO table not found" or "id not found".
+/// "parsePackedLogicalIOTable: logical IO table not found" or "id not found", and a length error
+/// "too many bytes of records: more than 1073741824".
 UnpackedRecords parsePackedLogicalIOTable(const cJSON* table, const PackedContext& context);
 
 }  // namespace quenfold

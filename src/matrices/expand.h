@@ -35,11 +35,10 @@ struct ExpandedTree {
   PortReferences outputs;
 };
 
-/// More ports than this are not written out: far above any plant, below what exhausts a server.
-inline constexpr std::uint64_t kMaxUnpackedPorts = std::uint64_t{1} << 26U;
-
 /// Writes every range out. The label map must outlive the result. Throws the formatter's error for
-/// a port pattern with stray braces, and "too many ports: <count>" before anything is written out.
+/// a port pattern with stray braces, and length errors: "port pattern too wide: more than 4096",
+/// "too many ports: more than 67108864" and "too many bytes of port names: more than 8589934592",
+/// all but the labels' part of the last before anything is written out.
 ExpandedTree expandPortTree(const PortTree& tree, const std::vector<DeviceLabel>& deviceLabels,
                             const PortLabelMap& portLabels);
 

@@ -2,6 +2,7 @@
 
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "app/files.h"
 #include "app/stage_timer.h"
@@ -35,11 +36,17 @@ void nameByFrameId(MatricesModel& model) {
   }
 }
 
+/// Nothing is allocated between the first file and the last.
 std::uint32_t writeSections(const Sections& sections, const std::string& outputDir) {
+  std::vector<std::string> paths;
+  for (const auto& [name, buffer] : sections) {
+    paths.push_back(joinPath(outputDir, packedFileName(name)));
+  }
   std::uint32_t total = 0;
+  auto path = paths.begin();
   for (const auto& [name, buffer] : sections) {
     const std::string_view text = textOf(buffer);
-    writeFile(joinPath(outputDir, packedFileName(name)), text);
+    writeFile(*path++, text);
     total += static_cast<std::uint32_t>(text.size());
   }
   return total;

@@ -78,6 +78,7 @@ void addPortLabel(MatricesModel& model, std::string_view port, std::string_view 
     std::cerr << "Port alias error - port label not found.";
     return;
   }
+  model.replaced.take(device->serial.size());
   std::string key = device->serial;
   model.portLabels.push_back({std::move(key.append(port.substr(dot))), std::string(label)});
 }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "app/indexed_list.h"
+#include "app/limits.h"
 #include "matrices/pack_tree.h"
 
 namespace quenfold::packing {
@@ -34,12 +35,15 @@ struct MatricesModel {
   IndexedList<DeviceLabelEntry, &DeviceLabelEntry::label> deviceLabels;
   std::vector<MatrixDetails> details;
   std::vector<PortLabelEntry> portLabels;
+  // A frame ID is copied into the key of every label of its device.
+  Budget replaced{"too many bytes of port label keys", kMaxReplacedBytes};
 };
 
 /// Reads a file of the base name `inputName`, consuming its text, into the model. Only
 /// "matrices.json" is read. An error ends the reading and is reported on standard error; what was
-/// read before it stays. Throws "portLabels not supported" for "portLabels.json", and
-/// std::bad_alloc.
+/// read before it stays. Throws "portLabels not supported" for "portLabels.json", std::bad_alloc,
+/// and a length error "too many bytes of port label keys: more than 1073741824" for the frame IDs
+/// in them together.
 void readMatrices(const std::string& inputName, std::string inputText, MatricesModel& model);
 
 }  // namespace quenfold::packing

@@ -30,7 +30,8 @@ using unpacking::PortReferences;
 using unpacking::PortTree;
 
 struct Output {
-  std::string_view fileName;
+  std::string path;
+  std::string report;
   JsonBuffer text;
 };
 
@@ -115,11 +116,14 @@ constexpr std::array<LegacyFile, 5> kLegacyFiles = {{
 }};
 
 std::vector<Output> buildOutputs(const ExpandedTree& expanded,
-                                 const std::vector<std::string>& wanted) {
+                                 const std::vector<std::string>& wanted,
+                                 const std::string& outputDir) {
   std::vector<Output> outputs;
   for (const LegacyFile& file : kLegacyFiles) {
     if (std::find(wanted.begin(), wanted.end(), file.name) != wanted.end()) {
-      outputs.push_back({file.name, file.build(expanded)});
+      std::string path = joinPath(outputDir, file.name);
+      std::string report = fmt::format("  saved: {}", path);
+      outputs.push_back({std::move(path), std::move(report), file.build(expanded)});
     }
   }
   return outputs;
@@ -134,27 +138,27 @@ void ensureDirectory(const std::string& directory) {
   }
 }
 
-std::uint32_t writeOutputs(const std::vector<Output>& outputs, const std::string& outputDir,
-                           TimePoint& runStage) {
+/// Nothing is allocated between the first file and the last.
+std::uint32_t writeOutputs(const std::vector<Output>& outputs, TimePoint& runStage) {
   std::uint32_t total = 0;
   for (const Output& output : outputs) {
     const std::string_view text = textOf(output.text);
-    const std::string path = joinPath(outputDir, output.fileName);
     total += static_cast<std::uint32_t>(text.size());
-    writeFile(path, text);
-    logElapsed(runStage, fmt::format("  saved: {}", path));
+    writeFile(output.path, text);
+    logElapsed(runStage, output.report);
   }
   return total;
 }
 
 std::vector<Output> buildAll(const std::string& sourceDir,
-                             const std::vector<std::string>& outputFiles, TimePoint& runStage) {
+                             const std::vector<std::string>& outputFiles,
+                             const std::string& outputDir, TimePoint& runStage) {
   const std::vector<DeviceLabel> deviceLabels =
       parseDeviceLabels(joinPath(sourceDir, packedFileName(kDeviceLabelsSection)));
   const PortLabelMap portLabels =
       loadPortLabels(joinPath(sourceDir, packedFileName(kPortLabelsSection)), false, nullptr);
   const ExpandedTree expanded = loadAndExpand(sourceDir, portLabels, deviceLabels, runStage);
-  return buildOutputs(expanded, outputFiles);
+  return buildOutputs(expanded, outputFiles, outputDir);
 }
 
 }  // namespace
@@ -163,10 +167,10 @@ std::uint32_t convertPackedMatrices(const std::string& sourceDir,
                                     const std::vector<std::string>& outputFiles,
                                     const std::string& outputDir) {
   TimePoint runStage = now();
-  const std::vector<Output> outputs = buildAll(sourceDir, outputFiles, runStage);
+  const std::vector<Output> outputs = buildAll(sourceDir, outputFiles, outputDir, runStage);
   logElapsed(runStage, "  Finished unrolling and serializing all");
   ensureDirectory(outputDir);
-  return writeOutputs(outputs, outputDir, runStage);
+  return writeOutputs(outputs, runStage);
 }
 
 }  // namespace quenfold

@@ -3,38 +3,24 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <array>
-#include <cerrno>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <string_view>
-#include <system_error>
+
+#include "support/scratch_path.h"
 
 namespace quenfold::test {
 
-/// A folder of its own for one test, removed at the end.
+/// A folder of its own for one test.
 class ScratchFolder {
  public:
-  ScratchFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "quenfold-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) {
-      throw std::system_error(errno, std::generic_category(), "mkdtemp");
-    }
-    folder_ = pattern;
+  [[nodiscard]] std::string path() const { return folder_.path().string(); }
+  [[nodiscard]] std::string path(std::string_view name) const {
+    return (folder_.path() / name).string();
   }
-  ~ScratchFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-  }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-  [[nodiscard]] std::string path() const { return folder_.string(); }
-  [[nodiscard]] std::string path(std::string_view name) const { return (folder_ / name).string(); }
 
   /// Writes the bytes and gives the file's path.
   [[nodiscard]] std::string file(std::string_view name, std::string_view bytes) const {
@@ -52,7 +38,7 @@ class ScratchFolder {
   }
 
  private:
-  std::filesystem::path folder_;
+  ScratchPath folder_;
 };
 
 /// Dates a file or folder 2040, later than 32 bits of seconds reach.

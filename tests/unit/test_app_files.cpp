@@ -4,6 +4,7 @@
 #include <new>
 
 #include "app/files.h"
+#include "app/limits.h"
 #include "support/scratch.h"
 
 namespace quenfold {
@@ -62,6 +63,13 @@ TEST(ReadFile, RunsOutOfMemoryForAFileBeyondTheAddressSpace) {
   const std::string path = scratch.file("large", "");
   ASSERT_EQ(truncate(path.c_str(), 5000000000), 0);
   EXPECT_THROW(readFile(path), std::bad_alloc);
+}
+
+TEST(ReadFile, RefusesAFileBeyondTheLimitBeforeItReads) {
+  const test::ScratchFolder scratch;
+  const std::string path = scratch.file("large", "");
+  ASSERT_EQ(truncate(path.c_str(), static_cast<off_t>(kMaxTextBytes + 1)), 0);
+  EXPECT_EQ(test::messageOf([&] { readFile(path); }), "file too large: " + path);
 }
 
 TEST(WriteFile, WritesTheBytesAsTheyAre) {

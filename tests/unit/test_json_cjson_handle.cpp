@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 #include <new>
+#include <string>
+#include <utility>
 
 #include "json/cjson_handle.h"
 #include "support/failing_malloc.h"
@@ -79,6 +81,65 @@ TEST(BuildingCJson, ThrowsWithoutMemory) {
   EXPECT_THROW(addMember(*object, "name", std::move(item)), std::bad_alloc);
   EXPECT_EQ(object->child, nullptr);
   EXPECT_EQ(array->child, nullptr);
+}
+
+/// While it lives, cJSON gets memory so many times, and what it holds is counted.
+std::size_t callsLeft = 0;
+int blocksHeld = 0;
+
+void* countedMalloc(std::size_t size) {
+  if (callsLeft == 0) {
+    return nullptr;
+  }
+  --callsLeft;
+  ++blocksHeld;
+  return std::malloc(size);  // NOLINT(*-no-malloc,*-owning-memory)
+}
+
+void countedFree(void* memory) {
+  blocksHeld -= memory == nullptr ? 0 : 1;
+  std::free(memory);  // NOLINT(*-no-malloc,*-owning-memory)
+}
+
+class CountingCJson {
+ public:
+  explicit CountingCJson(std::size_t callsAllowed) {
+    callsLeft = callsAllowed;
+    blocksHeld = 0;
+    cJSON_Hooks hooks = {countedMalloc, countedFree};
+    cJSON_InitHooks(&hooks);
+  }
+  ~CountingCJson() { cJSON_InitHooks(nullptr); }
+  CountingCJson(const CountingCJson&) = delete;
+  CountingCJson& operator=(const CountingCJson&) = delete;
+};
+
+std::string builtAndPrinted() {
+  const CJsonHandle object = cjsonObject();
+  addMember(*object, "numbers", cjsonIntArray({1, 2, 3}));
+  CJsonHandle list = cjsonArray();
+  addElement(*list, cjsonString(std::string(300, 'x')));  // more than the first printing buffer
+  addElement(*list, cjsonNumber(0.5));
+  addMember(*object, "list", std::move(list));
+  return printCJson(*object);
+}
+
+TEST(BuildingCJson, LeaksNothingAndGivesNothingHalfBuilt) {
+  const std::string whole = builtAndPrinted();
+  std::string built;
+  std::size_t allowed = 0;
+  for (; built.empty(); ++allowed) {
+    const CountingCJson counting(allowed);
+    try {
+      built = builtAndPrinted();
+    } catch (const std::bad_alloc&) {
+      EXPECT_EQ(callsLeft, 0U) << allowed;
+    }
+    EXPECT_EQ(blocksHeld, 0) << allowed;
+  }
+  EXPECT_EQ(built, whole);
+  // Eight values, two names, a text and two printing buffers at least, and the last round.
+  EXPECT_GE(allowed, 14U);
 }
 
 TEST(BuildingCJson, KeepsOrderAndRepeatedNames) {

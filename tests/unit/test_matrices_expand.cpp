@@ -116,6 +116,39 @@ TEST(ExpandPortTree, RefusesMorePortsThanTheLimit) {
   EXPECT_EQ(test::messageOf([&] { expandPortTree(treeOf(group), {}, {}); }), message);
 }
 
+TEST(ExpandPortTree, RefusesNamesThatMultiplyBeyondTheLimit) {
+  const std::string message = "too many bytes of port names: more than 8589934592";
+  const std::string longText(1000000, 'x');
+  const PortTree tree = treeOf(groupOf({1, 10000}, {1, 1}));
+  for (const DeviceLabel& device :
+       {DeviceLabel{"D", longText, "S"}, DeviceLabel{"D", "L", longText}}) {
+    EXPECT_EQ(test::messageOf([&] { expandPortTree(tree, {device}, {}); }), message);
+  }
+  PortTypeGroup group = groupOf({1, 10000}, {1, 1});
+  group.port = longText;
+  EXPECT_EQ(test::messageOf([&] { expandPortTree(treeOf(group), {}, {}); }), message);
+}
+
+TEST(ExpandPortTree, CountsALabelForEveryPortThatBearsIt) {
+  PortTypeGroup group = groupOf({1, 10000}, {1, 1});
+  group.port = "same";
+  EXPECT_EQ(test::messageOf([&] {
+              expandPortTree(treeOf(group), {}, {{".S.same.t.ch1", std::string(1000000, 'x')}});
+            }),
+            "too many bytes of port names: more than 8589934592");
+}
+
+TEST(ExpandPortTree, CountsTheNamesOfMatricesWithoutPorts) {
+  PortTypeGroup group;
+  for (int type = 0; type < 10000; ++type) {
+    group.types[std::to_string(type)] = {2, 1};
+  }
+  EXPECT_EQ(test::messageOf([&] {
+              expandPortTree(treeOf(group), {{"D", std::string(1000000, 'x'), "S"}}, {});
+            }),
+            "too many bytes of port names: more than 8589934592");
+}
+
 TEST(ExpandPortTree, EndsOnAHugeRangeWithoutPorts) {
   PortTypeGroup group = groupOf({-kLargest - 1, kLargest}, {2, 1});
   EXPECT_TRUE(expandPortTree(treeOf(group), {}, {}).allPorts.empty());

@@ -1,0 +1,169 @@
+// Preloaded into the program, lets one call of the C library fail; see fault_plan.h. Faults begin
+// with main: what the loader and the libraries' own start need cannot be survived by any program.
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstddef>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "faults/fault_plan.h"
+
+// The names are the C library's, with its signatures.
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming,*-no-malloc,*-vararg)
+
+namespace {
+
+struct Fault {
+  char call[16] = "";
+  unsigned long number = 0;
+  bool on = false;
+  int error = 0;
+};
+
+Fault fault;
+bool armed = false;
+unsigned long calls = 0;
+
+void readPlan() {
+  const char* const plan = std::getenv(quenfold::faults::kFaultVariable);
+  char mode[8] = "";
+  if (plan == nullptr ||
+      std::sscanf(plan, "%15s %lu %7s %d", fault.call, &fault.number, mode, &fault.error) != 4) {
+    std::abort();
+  }
+  fault.on = std::strcmp(mode, "on") == 0;
+}
+
+/// Whether this call is to fail; errno is then set.
+bool strikes(const char* call) {
+  if (!armed || std::strcmp(call, fault.call) != 0) {
+    return false;
+  }
+  ++calls;
+  if (calls != fault.number && !(fault.on && calls > fault.number)) {
+    return false;
+  }
+  if (calls == fault.number) {
+    syscall(SYS_write, quenfold::faults::kMarkDescriptor, "!", 1);
+  }
+  errno = fault.error;
+  return true;
+}
+
+template <typename Function>
+Function next(Function /*self*/, const char* name) {
+  return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+/// How much of a read or write is done: all of it, one byte, or -1 for none.
+ssize_t grantedSize(const char* call, size_t size) {
+  if (!strikes(call)) {
+    return static_cast<ssize_t>(size);
+  }
+  return fault.error != 0 ? -1 : 1;
+}
+
+using Main = int (*)(int, char**, char**);
+Main programMain = nullptr;
+
+int armedMain(int argc, char** argv, char** environment) {
+  readPlan();
+  armed = true;
+  return programMain(argc, argv, environment);
+}
+
+}  // namespace
+
+extern "C" {
+
+void* __libc_malloc(size_t size);
+void* __libc_calloc(size_t count, size_t size);
+void* __libc_realloc(void* memory, size_t size);
+int __libc_start_main(Main start, int argc, char** argv, void (*init)(), void (*fini)(),
+                      void (*atLoaderEnd)(), void* stackEnd);
+ssize_t __read_chk(int descriptor, void* buffer, size_t size, size_t room);
+
+int __libc_start_main(Main start, int argc, char** argv, void (*init)(), void (*fini)(),
+                      void (*atLoaderEnd)(), void* stackEnd) {
+  programMain = start;
+  return next(&__libc_start_main, "__libc_start_main")(armedMain, argc, argv, init, fini,
+                                                       atLoaderEnd, stackEnd);
+}
+
+void* malloc(size_t size) { return strikes("alloc") ? nullptr : __libc_malloc(size); }
+
+void* calloc(size_t count, size_t size) {
+  return strikes("alloc") ? nullptr : __libc_calloc(count, size);
+}
+
+void* realloc(void* memory, size_t size) {
+  return strikes("alloc") ? nullptr : __libc_realloc(memory, size);
+}
+
+int open(const char* path, int flags, ...) {
+  va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = va_arg(arguments, mode_t);
+  va_end(arguments);
+  return strikes("open") ? -1 : openat(AT_FDCWD, path, flags, mode);
+}
+
+int open64(const char* path, int flags, ...) {
+  va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = va_arg(arguments, mode_t);
+  va_end(arguments);
+  return strikes("open") ? -1 : openat(AT_FDCWD, path, flags, mode);
+}
+
+ssize_t read(int descriptor, void* buffer, size_t size) {
+  const ssize_t granted = grantedSize("read", size);
+  return granted < 0 ? -1 : syscall(SYS_read, descriptor, buffer, granted);
+}
+
+/// Fortified builds call this one.
+ssize_t __read_chk(int descriptor, void* buffer, size_t size, size_t /*room*/) {
+  return read(descriptor, buffer, size);
+}
+
+ssize_t write(int descriptor, const void* buffer, size_t size) {
+  const ssize_t granted = grantedSize("write", size);
+  return granted < 0 ? -1 : syscall(SYS_write, descriptor, buffer, granted);
+}
+
+/// The descriptor is closed all the same, as the system does.
+int close(int descriptor) {
+  const long result = syscall(SYS_close, descriptor);
+  return strikes("close") ? -1 : static_cast<int>(result);
+}
+
+int stat(const char* path, struct stat* status) {
+  return strikes("stat") ? -1 : next(&stat, "stat")(path, status);
+}
+
+int stat64(const char* path, struct stat64* status) {
+  return strikes("stat") ? -1 : next(&stat64, "stat64")(path, status);
+}
+
+int fstat(int descriptor, struct stat* status) {
+  return strikes("stat") ? -1 : next(&fstat, "fstat")(descriptor, status);
+}
+
+int fstat64(int descriptor, struct stat64* status) {
+  return strikes("stat") ? -1 : next(&fstat64, "fstat64")(descriptor, status);
+}
+
+int mkdir(const char* path, mode_t mode) {
+  return strikes("mkdir") ? -1 : next(&mkdir, "mkdir")(path, mode);
+}
+}
+
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming,*-no-malloc,*-vararg)

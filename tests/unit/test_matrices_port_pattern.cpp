@@ -1,0 +1,51 @@
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "matrices/port_pattern.h"
+#include "support/scratch.h"
+
+namespace quenfold::unpacking {
+namespace {
+
+constexpr std::int32_t kLargest = 2147483647;
+
+TEST(LongestNumber, LooksAtBothEnds) {
+  EXPECT_EQ(longestNumber(1, 9), 1U);
+  EXPECT_EQ(longestNumber(9, 10), 2U);
+  EXPECT_EQ(longestNumber(-kLargest - 1, 0), 11U);
+}
+
+TEST(LongestPortText, IsExactWithoutSpecifications) {
+  EXPECT_EQ(longestPortText("", 1, 1), 0U);
+  EXPECT_EQ(longestPortText("in", 1, 1), 2U);
+  EXPECT_EQ(longestPortText("in[{}", 1, 100), formatPort("in[{}]", 100).size());
+}
+
+TEST(LongestPortText, IsNeverTooShort) {
+  for (const char* pattern : {"in[{}]", "{0}{0}", "{{{}}}", "x{:#b}", "{:>20}", "{:0>20}",
+                              "{0:{0}}", "{:\xc3\xa9^9}", "a}}b", "{:+d}", "{:4096}"}) {
+    for (const std::int32_t number : {0, 7, 4096}) {
+      EXPECT_LE(formatPort(pattern, number).size(), longestPortText(pattern, 0, number))
+          << pattern << ' ' << number;
+    }
+  }
+}
+
+TEST(LongestPortText, TakesMalformedPatternsForWhatTheyHold) {
+  EXPECT_EQ(longestPortText("x{", 1, 1), 2U);
+  EXPECT_EQ(longestPortText("}x", 1, 1), 2U);
+  EXPECT_GE(longestPortText("{:{", 1, 1), 1U);
+}
+
+TEST(LongestPortText, RefusesWhatPadsToMore) {
+  for (const char* pattern : {"{:4097}", "{:>1999999999}", "x{:>1999999999}[{}]", "{0:{0}}",
+                              "{0:4096}{0:1}", "{:99999999999999999999999}"}) {
+    EXPECT_EQ(test::messageOf([&] { longestPortText(pattern, 1, kLargest); }),
+              "port pattern too wide: more than 4096")
+        << pattern;
+  }
+}
+
+}  // namespace
+}  // namespace quenfold::unpacking
