@@ -17,12 +17,12 @@ constexpr std::uint64_t kFillBytes = 4;
 
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
-/// The numbers in a format specification added up, each cut above the limit. A place within it
-/// takes its width from the port number.
-std::uint64_t widthsIn(std::string_view specification, std::int32_t last) {
+/// The numbers in what stands behind the colon of a place added up, each cut above the limit. A
+/// place within it takes its width from the port number.
+std::uint64_t widthsIn(std::string_view layout, std::int32_t last) {
   std::uint64_t sum = 0;
   std::uint64_t number = 0;
-  for (const char c : specification) {
+  for (const char c : layout) {
     if (isDigit(c)) {
       number = std::min(number * 10 + static_cast<std::uint64_t>(c - '0'), kMaxPatternWidth + 1);
       continue;

@@ -14,8 +14,8 @@ inline constexpr std::uint64_t kMaxPatternWidth = 4096;
 std::string formatPort(const std::string& pattern, std::int32_t number);
 
 /// A number of bytes that no port from `first` to `last` exceeds with this pattern, whether it is
-/// well-formed or not; for patterns without format specifications the length of the longest. Throws
-/// a length error "port pattern too wide: more than 4096" for the sum of its widths.
+/// well-formed or not; for patterns without a colon in their places the length of the longest.
+/// Throws a length error "port pattern too wide: more than 4096" for the sum of its widths.
 std::uint64_t longestPortText(std::string_view pattern, std::int32_t first, std::int32_t last);
 
 /// The characters of the longest decimal number from `first` to `last`.
