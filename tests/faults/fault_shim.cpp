@@ -7,6 +7,7 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdarg>
 #include <cstddef>
@@ -17,12 +18,12 @@
 #include "faults/fault_plan.h"
 
 // The names are the C library's, with its signatures.
-// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming,*-no-malloc,*-vararg)
+// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming,*-no-malloc,*-vararg,readability-function-size)
 
 namespace {
 
 struct Fault {
-  char call[16] = "";
+  std::array<char, 16> call{};
   unsigned long number = 0;
   bool on = false;
   int error = 0;
@@ -34,17 +35,17 @@ unsigned long calls = 0;
 
 void readPlan() {
   const char* const plan = std::getenv(quenfold::faults::kFaultVariable);
-  char mode[8] = "";
-  if (plan == nullptr ||
-      std::sscanf(plan, "%15s %lu %7s %d", fault.call, &fault.number, mode, &fault.error) != 4) {
+  std::array<char, 8> mode{};
+  if (plan == nullptr || std::sscanf(plan, "%15s %lu %7s %d", fault.call.data(), &fault.number,
+                                     mode.data(), &fault.error) != 4) {
     std::abort();
   }
-  fault.on = std::strcmp(mode, "on") == 0;
+  fault.on = std::strcmp(mode.data(), "on") == 0;
 }
 
 /// Whether this call is to fail; errno is then set.
 bool strikes(const char* call) {
-  if (!armed || std::strcmp(call, fault.call) != 0) {
+  if (!armed || std::strcmp(call, fault.call.data()) != 0) {
     return false;
   }
   ++calls;
@@ -166,4 +167,4 @@ int mkdir(const char* path, mode_t mode) {
 }
 }
 
-// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming,*-no-malloc,*-vararg)
+// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming,*-no-malloc,*-vararg,readability-function-size)
