@@ -32,6 +32,11 @@ bool same(const std::string* a, const std::string* b) {
   return a == nullptr || b == nullptr ? a == b : *a == *b;
 }
 
+/// Whether the bytes are the beginning of what they should be.
+bool cutShort(const std::string* bytes, const std::string* goal) {
+  return bytes != nullptr && goal != nullptr && beginsWith(*goal, *bytes);
+}
+
 /// Whether a failed run wrote its outputs one after the other: finished ones, at most one that is
 /// cut short, and the rest as it was.
 bool brokeOffInOrder(const Conversion& conversion, const Leftovers& left, const Leftovers& right,
@@ -44,8 +49,7 @@ bool brokeOffInOrder(const Conversion& conversion, const Leftovers& left, const 
       broken = true;
     } else if (broken ? !same(bytes, find(before, path)) : !same(bytes, find(right, path))) {
       const bool asBefore = same(bytes, find(before, path));
-      const bool cutShort = bytes != nullptr && beginsWith(*find(right, path), *bytes);
-      if (broken || !(asBefore || cutShort)) {
+      if (broken || !(asBefore || cutShort(bytes, find(right, path)))) {
         return false;
       }
       broken = true;
