@@ -79,7 +79,11 @@ JsonDocument parseJson(std::string& text) {
   return {std::move(builder)};
 }
 
-std::string_view textOf(const JsonBuffer& buffer) { return {buffer.GetString(), buffer.GetSize()}; }
+// Not by GetString(): it makes room for a terminating zero, which can fail between two output
+// files.
+std::string_view textOf(const JsonBuffer& buffer) {
+  return {buffer.stack_.Bottom<char>(), buffer.GetSize()};
+}
 
 void append(JsonBuffer& buffer, std::string_view bytes) {
   std::copy(bytes.begin(), bytes.end(), buffer.Push(bytes.size()));

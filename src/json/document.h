@@ -61,7 +61,7 @@ class PrettyJsonWriter
   }
 };
 
-/// What was written so far; valid until more is written.
+/// What was written so far; valid until more is written. Allocates nothing.
 std::string_view textOf(const JsonBuffer& buffer);
 
 /// Appends the bytes as they are, without escaping.

@@ -36,7 +36,7 @@ std::vector<DeviceLabel> parseDeviceLabels(const std::string& path);
 /// The mapper is asked for the part before the first "." of every port key that has one. Throws
 /// what `readFile` throws, "loadPortLabels root is not object", "portLabels not found",
 /// "portLabels is not object" or "portLabel entry value is not string", and a length error "too
-/// many bytes of port labels: more than 8589934592".
+/// many bytes of port label keys: more than 1073741824" for what the mapper puts into the keys.
 PortLabelMap loadPortLabels(const std::string& path, bool reverse, const DeviceMapper& mapper);
 
 }  // namespace quenfold

@@ -28,6 +28,15 @@ TEST(JsonLibrary, PutsEverythingOnEightBytes) {
   EXPECT_EQ(RAPIDJSON_ALIGN(std::size_t{9}), 16U);
 }
 
+TEST(TextOf, AllocatesNothingForAFullBuffer) {
+  JsonBuffer buffer;
+  const std::string bytes(JsonBuffer::kDefaultCapacity, 'x');
+  append(buffer, bytes);
+  ASSERT_EQ(buffer.stack_.GetCapacity(), bytes.size());
+  EXPECT_EQ(textOf(buffer), bytes);
+  EXPECT_EQ(buffer.stack_.GetCapacity(), bytes.size());
+}
+
 TEST(ParseJson, TakesEveryExponentForANumberOrNone) {
   for (const char* exponent : {"2147483639", "2147483640", "2147483648", "99999999999999999999"}) {
     for (const char* digits : {"1", "1.0", "1.0000000000", "12345678901234567890.5"}) {
