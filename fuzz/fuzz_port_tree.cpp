@@ -1,0 +1,63 @@
+// The input is the text of the packed port tree. No files.
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "app/error.h"
+#include "json/access.h"
+#include "json/document.h"
+#include "json/sections.h"
+#include "matrices/expand.h"
+#include "matrices/legacy_texts.h"
+#include "matrices/port_tree.h"
+#include "target.h"
+
+namespace quenfold {
+namespace {
+
+std::int64_t countOf(std::int32_t first, std::int32_t last) {
+  return std::max<std::int64_t>(std::int64_t{last} - first + 1, 0);
+}
+
+std::int64_t portsOf(const unpacking::PortTypeGroup& group) {
+  std::int64_t channels = 0;
+  for (const auto& [type, range] : group.types) {
+    channels += countOf(range.first, range.last);
+  }
+  return channels * countOf(group.first, group.last);
+}
+
+std::int64_t portsOf(const unpacking::PortTree& tree) {
+  std::int64_t ports = 0;
+  for (const auto& [device, slots] : tree) {
+    for (const auto& [slot, groups] : slots) {
+      for (const unpacking::PortTypeGroup& group : groups) {
+        ports += portsOf(group);
+      }
+    }
+  }
+  return ports;
+}
+
+}  // namespace
+}  // namespace quenfold
+
+void quenfold::fuzz::fuzzOne(std::string_view input) {
+  std::string text(input);
+  const JsonDocument document = parseJson(text);
+  const JsonValue* const matrices = findMember(document, kMatricesSection);
+  if (matrices == nullptr) {
+    return;
+  }
+  const unpacking::PortTree tree = unpacking::loadPortTree(*matrices);
+  const unpacking::ExpandedTree expanded = unpacking::expandPortTree(tree, {}, {});
+  require(static_cast<std::int64_t>(expanded.allPorts.size()) == portsOf(tree),
+          "every port and channel of the tree is written out");
+  require(expanded.inputs.size() + expanded.outputs.size() <= expanded.allPorts.size(),
+          "a port is an input, an output or neither");
+  const JsonBuffer legacy = unpacking::matricesText(expanded.matrices);
+  std::string legacyText(textOf(legacy));
+  require(parseJson(legacyText).IsObject(), "the legacy text is JSON");
+}
