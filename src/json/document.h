@@ -46,6 +46,23 @@ using JsonValue = JsonDocument::ValueType;
 /// by the stack. Throws std::bad_alloc.
 JsonDocument parseJson(std::string& text);
 
+/// The same parsing, but the handler takes the events (the library's handler concept) and keeps
+/// what it wants: strings are views into `text` with a zero byte behind them, numbers come by
+/// `RawNumber` as they are written, because the library's own conversion adds up exponents without
+/// a check and then reads outside its table of powers. False when the text is not JSON, after any
+/// events.
+template <typename Handler>
+bool parseJsonEvents(std::string& text, Handler& handler) {
+  constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
+                              rapidjson::kParseNumbersAsStringsFlag;
+  rapidjson::GenericInsituStringStream<JsonEncoding> stream(text.data());
+  rapidjson::GenericReader<JsonEncoding, JsonEncoding, JsonAllocator> reader;
+  return !reader.template Parse<kFlags>(stream, handler).IsError();
+}
+
+/// The value of a JSON number: an integer when it is written as one that fits 64 bits.
+JsonValue jsonNumber(std::string_view digits);
+
 /// What the writers write into; it grows without copying where the system can move pages.
 using JsonBuffer = rapidjson::GenericStringBuffer<JsonEncoding, JsonAllocator>;
 

@@ -94,6 +94,32 @@ TEST(ReadMatrices, ReportsEachFaultOfAPort) {
             decoding("PortString '[' not found"));
 }
 
+TEST(ReadMatrices, TakesTheMembersOfAMatrixInAnyOrder) {
+  const char* const ports = R"("ports": [{"label": "Vox", "port": "F1.s.in[1].t.ch1"}])";
+  const Reading reading = readingOfMatrices(
+      fmt::format(R"({{{}, "type": 4, "id": 2, "serialnumber": "S1", "name": "F1.a"}})", ports));
+  EXPECT_EQ(reading.errors, "");
+  ASSERT_EQ(reading.model.details.size(), 1U);
+  EXPECT_EQ(reading.model.details[0].type, 4);
+  ASSERT_EQ(reading.model.portLabels.size(), 1U);
+  EXPECT_EQ(reading.model.portLabels[0].key, "S1.s.in[1].t.ch1");
+  EXPECT_EQ(readingOfMatrices(fmt::format("{{{}}}", ports)).errors, decoding("name not found"));
+}
+
+TEST(ReadMatrices, ReadsThePortsBeforeTheOneThatIsNoObject) {
+  const Reading reading = readingOfPorts(R"({"port": "F1.s.in[1].t.ch1", "label": "Vox"}, 1,
+                        {"port": "F1.s.in[2].t.ch1", "label": "Sax"})");
+  EXPECT_EQ(reading.errors, decoding("matrices.json matrix ports entry is not object."));
+  EXPECT_EQ(reading.model.portLabels.size(), 1U);
+}
+
+TEST(ReadMatrices, WarnsOfNothingInATextThatIsNotJson) {
+  EXPECT_EQ(readingOf(R"({"Config": {"Matrices": [{"name": "F1", "serialnumber": "S", "id": 1,
+      "ports": [{"port": "F2.s.in[1].t.ch1", "label": "Vox"}]}]}} x)")
+                .errors,
+            decoding("matrices.json root object is not array."));
+}
+
 TEST(ReadMatrices, WarnsOfABadlyFormedAliasBeforeTheSplitFails) {
   EXPECT_EQ(readingOfPorts(R"({"port": "abc", "label": "Vox"})").errors,
             "Port alias error - port string badly formed" + decoding("splitPort - no device."));
