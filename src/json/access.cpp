@@ -30,8 +30,6 @@ const JsonValue* findMember(const JsonValue& value, const char* name) {
   return member == value.MemberEnd() ? nullptr : &member->value;
 }
 
-std::string_view jsonText(const JsonValue& string) { return string.GetString(); }
-
 std::string_view jsonMemberText(const JsonValue* member, const char* name) {
   if (!found(member, name).IsString()) {
     throw runtimeError("{} is not string", name);

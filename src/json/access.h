@@ -10,7 +10,7 @@ namespace quenfold {
 
 /// A JSON string as this program takes it: its bytes up to the first zero byte. The view lives as
 /// long as the document's text.
-std::string_view jsonText(const JsonValue& string);
+inline std::string_view jsonText(const JsonValue& string) { return string.GetString(); }
 
 /// The first member of that name; null when there is none or the value is no object.
 const JsonValue* findMember(const JsonValue& value, const char* name);

@@ -58,7 +58,7 @@ void addDeviceLabel(MatricesModel& model, std::string_view matrixName, std::stri
   }
   const std::string_view label = matrixName.substr(0, matrixName.find('.'));
   if (!label.empty() && model.deviceLabels.find(label) == nullptr) {
-    model.deviceLabels.append({std::string(label), std::string(serial)});
+    model.deviceLabels.append({label, serial});
   }
 }
 
@@ -79,23 +79,23 @@ void addPortLabel(MatricesModel& model, std::string_view port, std::string_view 
     return;
   }
   model.replaced.take(device->serial.size());
-  std::string key = device->serial;
-  model.portLabels.push_back({std::move(key.append(port.substr(dot))), std::string(label)});
+  model.portLabels.push_back({device->serial, port.substr(dot), label});
 }
 
-void readPort(const LegacyPort& entry, MatricesModel& model) {
+void readPort(const LegacyPort& entry, MatricesModel& model, PortCursor& cursor) {
   const std::string_view port = textOf(entry.port, kPortName);
   const std::string_view label = textOf(entry.label, kPortLabel);
   if (isAlias(label, port)) {
     addPortLabel(model, port, label);
   }
-  addPort(model.devices, splitPort(port));
+  addPort(model.devices, cursor, port);
 }
 
 /// The matrix's ports are the first of `ports`; each is let go once it is in the model.
 void readPorts(const LegacyMatrix& matrix, std::deque<LegacyPort>& ports, MatricesModel& model) {
+  PortCursor cursor;
   for (std::size_t left = matrix.portCount; left > 0; --left) {
-    readPort(ports.front(), model);
+    readPort(ports.front(), model, cursor);
     ports.pop_front();
   }
   if (matrix.portsEndEarly) {
@@ -111,13 +111,13 @@ void readMatrix(const LegacyMatrix& matrix, MatricesModel& model) {
   addDeviceLabel(model, name, textOf(matrix.serial, kMatrixSerial));
   const std::int32_t id = jsonMemberInt(memberOrNull(matrix.id), kMatrixId);
   const std::int32_t type = matrix.type.IsNumber() ? jsonToInt32(matrix.type) : 0;
-  model.details.push_back({std::string(name), id, type});
+  model.details.push_back({name, id, type});
   checkPorts(matrix);
 }
 
-void readText(std::string& text, MatricesModel& model) {
+void readText(MatricesModel& model) {
   TimePoint stageStart = now();
-  LegacyMatrices file = parseLegacyMatrices(text);
+  LegacyMatrices file = parseLegacyMatrices(model.text);
   logElapsed(stageStart, "decoding matrices.json");
   checkFrame(file);
   for (const LegacyMatrix& matrix : file.list) {
@@ -135,8 +135,9 @@ void readMatrices(const std::string& inputName, std::string inputText, MatricesM
   if (inputName != kMatricesFile) {
     return;
   }
+  model.text = std::move(inputText);
   try {
-    readText(inputText, model);
+    readText(model);
   } catch (const std::runtime_error& failure) {
     std::cerr << "Error decoding matrices.json: " << failure.what() << '\n';
   }
