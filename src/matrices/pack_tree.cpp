@@ -122,9 +122,10 @@ ChannelList& channelsOf(PackPort& port, std::string_view type) {
   return port.types.findOrAppend(type, [&] { return TypeChannels{type, {}}; }).channels;
 }
 
-/// Goes to the place of a port from that of the last one; a list in which both have the same item
+/// Moves to the place of a port from that of the last one; a list in which both have the same item
 /// is not searched, and nothing was appended to it since.
-PortCursor moved(const PortCursor& last, DeviceList& devices, std::string_view portText) {
+ChannelList& moveTo(PortCursor& cursor, DeviceList& devices, std::string_view portText) {
+  const PortCursor last = std::exchange(cursor, {});
   PortCursor next;
   next.parts = splitPort(portText);
   next.family = familyOf(portText, next.parts);
@@ -133,8 +134,10 @@ PortCursor moved(const PortCursor& last, DeviceList& devices, std::string_view p
   next.slot = sameSlot ? last.slot : &slotOf(devices, next.parts);
   const bool samePort = sameSlot && last.parts.port == next.parts.port;
   next.port = samePort ? last.port : &portOf(*next.slot, next.parts.port);
-  next.channels = &channelsOf(*next.port, next.parts.type);
-  return next;
+  ChannelList& channels = channelsOf(*next.port, next.parts.type);
+  next.channels = &channels;
+  cursor = next;
+  return channels;
 }
 
 }  // namespace
@@ -147,10 +150,11 @@ void addPort(DeviceList& devices, const SplitPort& port) {
 void addPort(DeviceList& devices, PortCursor& cursor, std::string_view portText) {
   if (cursor.channels != nullptr && beginsWith(portText, cursor.family)) {
     cursor.parts.ch = parseChannel(portText.substr(cursor.family.size()));
+    addChannel(*cursor.channels, cursor.parts);
   } else {
-    cursor = moved(std::exchange(cursor, {}), devices, portText);
+    ChannelList& channels = moveTo(cursor, devices, portText);
+    addChannel(channels, cursor.parts);
   }
-  addChannel(*cursor.channels, cursor.parts);
 }
 
 void addChannel(ChannelList& channels, const SplitPort& port) {
