@@ -20,6 +20,8 @@ namespace quenfold {
 namespace {
 
 constexpr std::size_t kChunk = 64UL * 1024;
+// Left behind a text, so that whoever pads it need not move it.
+constexpr std::size_t kSpareRoom = 16;
 constexpr std::string_view kStandardInput = "standard input";
 constexpr std::string_view kStandardOutput = "standard output";
 
@@ -108,10 +110,10 @@ void reserveForFile(int descriptor, std::string& text, const std::string& path) 
   }
   const auto size = static_cast<std::uint64_t>(status.st_size);
   requireSize(size, path);
-  if (size > text.max_size()) {
+  if (size > text.max_size() - kSpareRoom) {
     throw std::bad_alloc();
   }
-  text.reserve(static_cast<std::size_t>(size));
+  text.reserve(static_cast<std::size_t>(size) + kSpareRoom);
 }
 
 /// Whether the system accepted every byte, however small its bites.

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -25,23 +25,18 @@ class IndexedList {
   /// The item with that key, or null. Valid until the next append.
   template <typename Key>
   Item* find(const Key& key) {
-    if (lastFound_ < items_.size() && keyAt(lastFound_) == key) {
-      return &items_[lastFound_];
-    }
     const std::size_t position = index_ ? indexed(key) : searched(key);
-    if (position == items_.size()) {
-      return nullptr;
-    }
-    lastFound_ = position;
-    return &items_[position];
+    return position == items_.size() ? nullptr : &items_[position];
   }
 
   /// The new item; valid until the next append. Its key must not be in the list yet.
   Item& append(Item item) {
+    if (items_.capacity() == 0) {
+      items_.reserve(kFirstItems);
+    }
     items_.push_back(std::move(item));
-    lastFound_ = items_.size() - 1;
-    if (index_) {
-      addToIndex(lastFound_);
+    if (index_ && 2 * items_.size() <= index_->places.size()) {
+      addToIndex(items_.size() - 1);
     } else if (items_.size() > kSearched) {
       buildIndex();
     }
@@ -65,6 +60,9 @@ class IndexedList {
 
  private:
   static constexpr std::size_t kSearched = 16;
+  static constexpr unsigned kFirstBits = 6;  // more than twice the items of a short list
+  // As many small items as fit the smallest block that a 64-bit malloc hands out.
+  static constexpr std::size_t kFirstItems = std::max<std::size_t>(2, 24 / sizeof(Item));
 
   [[nodiscard]] decltype(auto) keyAt(std::size_t position) const {
     return std::invoke(keyOf, items_[position]);
@@ -79,33 +77,61 @@ class IndexedList {
     return position;
   }
 
+  /// A table of positions, at least half of it free. An item's place is the first free one from
+  /// where its hash points to; what follows it was taken later.
+  struct Index {
+    std::vector<std::uint32_t> places;  // position + 1, or 0 where free
+    unsigned bits = 0;                  // the table's size is 2 to this
+    std::size_t lastFound = 0;
+  };
+
+  /// By the golden ratio, so that regular hashes spread as well.
+  [[nodiscard]] std::size_t firstPlace(std::size_t hash) const {
+    constexpr std::uint64_t kRatio = 0x9E3779B97F4A7C15;
+    return static_cast<std::size_t>((hash * kRatio) >> (64 - index_->bits));
+  }
+
+  [[nodiscard]] std::size_t nextPlace(std::size_t place) const {
+    return (place + 1) % index_->places.size();
+  }
+
   template <typename Key>
   [[nodiscard]] std::size_t indexed(const Key& key) const {
-    const auto [first, last] = index_->equal_range(hashOf(key));
-    for (auto entry = first; entry != last; ++entry) {
-      if (keyAt(entry->second) == key) {
-        return entry->second;
+    if (keyAt(index_->lastFound) == key) {
+      return index_->lastFound;
+    }
+    std::size_t place = firstPlace(hashOf(key));
+    for (; index_->places[place] != 0; place = nextPlace(place)) {
+      const std::size_t position = index_->places[place] - 1;
+      if (keyAt(position) == key) {
+        index_->lastFound = position;
+        return position;
       }
     }
     return items_.size();
   }
 
   void buildIndex() {
-    index_ = std::make_unique<Index>();
+    auto index = std::make_unique<Index>();
+    index->bits = index_ ? index_->bits + 1 : kFirstBits;
+    index->places.resize(std::size_t{1} << index->bits);
+    index_ = std::move(index);
     for (std::size_t position = 0; position < items_.size(); ++position) {
       addToIndex(position);
     }
   }
 
   void addToIndex(std::size_t position) {
-    index_->emplace(hashOf(keyAt(position)), static_cast<std::uint32_t>(position));
+    std::size_t place = firstPlace(hashOf(keyAt(position)));
+    while (index_->places[place] != 0) {
+      place = nextPlace(place);
+    }
+    index_->places[place] = static_cast<std::uint32_t>(position + 1);
+    index_->lastFound = position;
   }
 
-  using Index = std::unordered_multimap<std::size_t, std::uint32_t>;  // hash to position
-
   std::vector<Item> items_;
-  std::size_t lastFound_ = 0;
-  std::unique_ptr<Index> index_;
+  std::unique_ptr<Index> index_;  // null as long as the list is short
 };
 
 }  // namespace quenfold

@@ -56,6 +56,22 @@ ScannedInteger scanInteger(std::string_view text, int base) {
   return number;
 }
 
+/// Nearly every number is a few digits and nothing before them, which needs no further care.
+bool parsePlainDigits(std::string_view text, std::int32_t& out) {
+  constexpr std::size_t kSafe = 9;  // digits that cannot overflow
+  std::int32_t number = 0;
+  std::size_t length = 0;
+  while (length < text.size() && text[length] >= '0' && text[length] <= '9') {
+    if (length == kSafe) {
+      return false;
+    }
+    number = number * 10 + (text[length] - '0');
+    ++length;
+  }
+  out = number;
+  return length > 0;
+}
+
 bool storeUnsigned(const ScannedInteger& number, std::uint32_t& out) {
   constexpr std::uint32_t kMax = std::numeric_limits<std::uint32_t>::max();
   if (number.overflow || number.magnitude > kMax) {
@@ -100,6 +116,9 @@ bool parseUnsigned(std::string_view str, std::uint32_t& out, int base) {
 }
 
 bool parseSigned(std::string_view str, std::int32_t& out, int base) {
+  if (base == 10 && parsePlainDigits(str, out)) {
+    return true;
+  }
   using Limits = std::numeric_limits<std::int32_t>;
   const ScannedInteger number = scanInteger(str, base);
   const std::uint64_t largest = number.negative ? std::uint64_t{1} << 31U : Limits::max();

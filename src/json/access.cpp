@@ -7,11 +7,13 @@
 namespace quenfold {
 namespace {
 
-const JsonValue& memberOf(const JsonValue& value, const char* name, std::string_view caller) {
+void requireObject(const JsonValue& value, std::string_view caller) {
   if (!value.IsObject()) {
     throw runtimeError("{} passed non-object", caller);
   }
-  const JsonValue* const member = findMember(value, name);
+}
+
+const JsonValue& found(const JsonValue* member, const char* name) {
   if (member == nullptr) {
     throw runtimeError("{} not found", name);
   }
@@ -28,26 +30,28 @@ const JsonValue* findMember(const JsonValue& value, const char* name) {
   return member == value.MemberEnd() ? nullptr : &member->value;
 }
 
-std::string_view jsonText(const JsonValue& string) { return string.GetString(); }
-
-std::string jsonGetString(const JsonValue& value, const char* name) {
-  return std::string(jsonViewString(value, name));
-}
-
-std::string_view jsonViewString(const JsonValue& value, const char* name) {
-  const JsonValue& member = memberOf(value, name, "jsonGetString");
-  if (!member.IsString()) {
+std::string_view jsonMemberText(const JsonValue* member, const char* name) {
+  if (!found(member, name).IsString()) {
     throw runtimeError("{} is not string", name);
   }
-  return jsonText(member);
+  return jsonText(*member);
+}
+
+std::int32_t jsonMemberInt(const JsonValue* member, const char* name) {
+  if (!found(member, name).IsInt()) {
+    throw runtimeError("{} is not number", name);
+  }
+  return member->GetInt();
+}
+
+std::string jsonGetString(const JsonValue& value, const char* name) {
+  requireObject(value, "jsonGetString");
+  return std::string(jsonMemberText(findMember(value, name), name));
 }
 
 std::int32_t jsonGetInt(const JsonValue& value, const char* name) {
-  const JsonValue& member = memberOf(value, name, "jsonGetInt");
-  if (!member.IsInt()) {
-    throw runtimeError("{} is not number", name);
-  }
-  return member.GetInt();
+  requireObject(value, "jsonGetInt");
+  return jsonMemberInt(findMember(value, name), name);
 }
 
 std::int32_t jsonToInt32(const JsonValue& number) {

@@ -24,30 +24,16 @@ bool isWhole(std::string_view text, Integer& number) {
   return status == std::errc() && stop == end;
 }
 
-/// Receives the parser's events. Numbers come as text: the library's own conversion adds up
-/// exponents without a check and then reads outside its table of powers.
+/// Builds a document from the parser's events.
 class DocumentBuilder : public JsonDocument {
  public:
   void build(std::string& text) {
-    rapidjson::GenericInsituStringStream<JsonEncoding> stream(text.data());
-    rapidjson::GenericReader<JsonEncoding, JsonEncoding, JsonAllocator> reader;
-    const auto parse = [&](const JsonDocument& /*itself*/) {
-      constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
-                                  rapidjson::kParseNumbersAsStringsFlag;
-      return !reader.Parse<kFlags>(stream, *this).IsError();
-    };
+    const auto parse = [&](const JsonDocument& /*itself*/) { return parseJsonEvents(text, *this); };
     Populate(parse);
   }
 
   bool RawNumber(const char* digits, rapidjson::SizeType length, bool /*copy*/) {  // NOLINT
-    const std::string_view text(digits, length);
-    if (std::int64_t whole = 0; isWhole(text, whole)) {
-      return Int64(whole);
-    }
-    if (std::uint64_t whole = 0; isWhole(text, whole)) {
-      return Uint64(whole);
-    }
-    return Double(std::strtod(std::string(text).c_str(), nullptr));
+    return jsonNumber({digits, length}).Accept(*this);
   }
 };
 
@@ -73,10 +59,32 @@ void* JsonAllocator::Realloc(void* memory, std::size_t /*oldSize*/, std::size_t 
 
 void JsonAllocator::Free(void* memory) { std::free(memory); }
 
+JsonValue jsonNumber(std::string_view digits) {
+  if (std::int64_t whole = 0; isWhole(digits, whole)) {
+    return JsonValue(whole);
+  }
+  if (std::uint64_t whole = 0; isWhole(digits, whole)) {
+    return JsonValue(whole);
+  }
+  return JsonValue(std::strtod(std::string(digits).c_str(), nullptr));
+}
+
 JsonDocument parseJson(std::string& text) {
   DocumentBuilder builder;
   builder.build(text);
   return {std::move(builder)};
+}
+
+void PrettyJsonWriter::text(std::string_view text) {
+  if (!isPlainRun(text)) {
+    String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+    return;
+  }
+  PrettyPrefix(rapidjson::kStringType);
+  char* const place = os_->Push(text.size() + 2);
+  place[0] = '"';
+  std::copy(text.begin(), text.end(), place + 1);
+  place[text.size() + 1] = '"';
 }
 
 // Not by GetString(): it makes room for a terminating zero, which can fail between two output

@@ -4,8 +4,11 @@
 // allocations become exceptions, so that no input reaches an abort or a null pointer.
 
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <string_view>
+
+#include "json/plain_run.h"
 
 namespace quenfold {
 
@@ -24,6 +27,33 @@ namespace quenfold {
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
+
+namespace quenfold {
+
+/// UTF-8 whose strings the library copies by runs, see below.
+struct RunEncoding : rapidjson::UTF8<> {};
+
+}  // namespace quenfold
+
+/// The library's point of extension between its loop over a string's escapes and the characters
+/// that stand for themselves: it asks for one of them to be copied, and gets the whole run.
+template <>
+struct rapidjson::Transcoder<quenfold::RunEncoding, quenfold::RunEncoding>
+    : rapidjson::Transcoder<rapidjson::UTF8<>, rapidjson::UTF8<>> {
+  using Transcoder<UTF8<>, UTF8<>>::Transcode;
+  using InsituStream = GenericInsituStringStream<quenfold::RunEncoding>;
+
+  static bool Transcode(InsituStream& stream, InsituStream& /*itself*/) {  // NOLINT
+    const char* const end = quenfold::plainRunEnd(stream.src_);
+    const auto length = static_cast<std::size_t>(end - stream.src_);
+    if (stream.dst_ != stream.src_) {
+      std::memmove(stream.dst_, stream.src_, length);
+    }
+    stream.src_ += length;
+    stream.dst_ += length;
+    return true;
+  }
+};
 
 namespace quenfold {
 
@@ -46,6 +76,27 @@ using JsonValue = JsonDocument::ValueType;
 /// by the stack. Throws std::bad_alloc.
 JsonDocument parseJson(std::string& text);
 
+/// The same parsing, but the handler takes the events (the library's handler concept) and keeps
+/// what it wants: strings are views into `text` with a zero byte behind them, numbers come by
+/// `RawNumber` as they are written, because the library's own conversion adds up exponents without
+/// a check and then reads outside its table of powers. False when the text is not JSON, after any
+/// events.
+template <typename Handler>
+bool parseJsonEvents(std::string& text, Handler& handler) {
+  constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
+                              rapidjson::kParseNumbersAsStringsFlag;
+  const std::size_t size = text.size();
+  text.resize(size + kScanPadding);
+  rapidjson::GenericInsituStringStream<RunEncoding> stream(text.data());
+  rapidjson::GenericReader<RunEncoding, RunEncoding, JsonAllocator> reader;
+  const bool isJson = !reader.template Parse<kFlags>(stream, handler).IsError();
+  text.resize(size);
+  return isJson;
+}
+
+/// The value of a JSON number: an integer when it is written as one that fits 64 bits.
+JsonValue jsonNumber(std::string_view digits);
+
 /// What the writers write into; it grows without copying where the system can move pages.
 using JsonBuffer = rapidjson::GenericStringBuffer<JsonEncoding, JsonAllocator>;
 
@@ -59,6 +110,9 @@ class PrettyJsonWriter
   explicit PrettyJsonWriter(JsonBuffer& buffer) : PrettyWriter(buffer) {
     SetFormatOptions(rapidjson::kFormatSingleLineArray);
   }
+
+  /// A text without anything to escape goes in at once.
+  void text(std::string_view text);
 };
 
 /// What was written so far; valid until more is written. Allocates nothing.
@@ -77,5 +131,8 @@ template <typename Writer>
 void writeString(Writer& writer, std::string_view text) {
   writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
 }
+
+inline void writeKey(PrettyJsonWriter& writer, std::string_view key) { writer.text(key); }
+inline void writeString(PrettyJsonWriter& writer, std::string_view text) { writer.text(text); }
 
 }  // namespace quenfold

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iostream>
 #include <unordered_map>
+#include <utility>
 
 namespace quenfold::packing {
 namespace {
@@ -23,7 +24,7 @@ struct LayoutHash {
     std::size_t hash = 0;
     const auto mix = [&hash](std::size_t value) { hash = hash * 31 + value; };
     for (const TypeChannels& type : *layout) {
-      mix(hashOf(std::string_view(type.type)));
+      mix(hashOf(type.type));
       for (const std::int32_t channel : type.channels) {
         mix(hashOf(channel));
       }
@@ -49,18 +50,28 @@ struct PortClass {
   std::vector<const PortString*> ports;
 };
 
-std::vector<PortClass> classify(const PackSlot& slot) {
-  std::vector<PortClass> classes;
-  std::unordered_map<const Layout*, std::size_t, LayoutHash, LayoutEqual> positions;
-  for (const PackPort& port : slot.ports) {
-    const auto [entry, isNew] = positions.try_emplace(&port.types, classes.size());
-    if (isNew) {
-      classes.push_back({&port.types, {}});
+/// Finds the class of each layout, that of the last one without a search.
+class PortClasses {
+ public:
+  void add(const PackPort& port) {
+    if (classes_.empty() || !sameLayout(*classes_[last_].types, port.types)) {
+      const auto [entry, isNew] = positions_.try_emplace(&port.types, classes_.size());
+      if (isNew) {
+        classes_.push_back({&port.types, {}});
+      }
+      last_ = entry->second;
     }
-    classes[entry->second].ports.push_back(&port.port);
+    classes_[last_].ports.push_back(&port.port);
   }
-  return classes;
-}
+
+  [[nodiscard]] auto begin() const { return classes_.begin(); }
+  [[nodiscard]] auto end() const { return classes_.end(); }
+
+ private:
+  std::vector<PortClass> classes_;
+  std::unordered_map<const Layout*, std::size_t, LayoutHash, LayoutEqual> positions_;
+  std::size_t last_ = 0;
+};
 
 /// Kept on purpose: 0 counts as not set, so a port 0 is overwritten by the next number, and the
 /// end is compared with `first`, so it is the last number above the smallest so far.
@@ -83,21 +94,67 @@ RangeList rangesOf(const PortClass& portClass) {
   return ranges;
 }
 
-}  // namespace
+bool beginsWith(std::string_view text, std::string_view beginning) {
+  return text.substr(0, beginning.size()) == beginning;
+}
 
-void addPort(DeviceList& devices, const SplitPort& port) {
+/// The port string up to and including the "." behind its type.
+std::string_view familyOf(std::string_view portText, const SplitPort& parts) {
+  const char* const typeEnd = parts.type.data() + parts.type.size();
+  return portText.substr(0, static_cast<std::size_t>(typeEnd - portText.data()) + 1);
+}
+
+PackSlot& slotOf(DeviceList& devices, const SplitPort& port) {
   PackDevice& device = devices.findOrAppend(port.device, [&] {
     return PackDevice{std::string(port.device), {}};
   });
-  PackSlot& slot = device.slots.findOrAppend(port.slot, [&] {
+  return device.slots.findOrAppend(port.slot, [&] {
     return PackSlot{std::string(port.slot), {}, {}};
   });
-  PortString name = parsePortString(port.port);
-  PackPort& packPort = slot.ports.findOrAppend(name, [&] { return PackPort{std::move(name), {}}; });
-  TypeChannels& type = packPort.types.findOrAppend(port.type, [&] {
-    return TypeChannels{std::string(port.type), {}};
-  });
-  addChannel(type.channels, port);
+}
+
+PackPort& portOf(PackSlot& slot, std::string_view portPart) {
+  PortString name = parsePortString(portPart);
+  return slot.ports.findOrAppend(name, [&] { return PackPort{std::move(name), {}}; });
+}
+
+ChannelList& channelsOf(PackPort& port, std::string_view type) {
+  return port.types.findOrAppend(type, [&] { return TypeChannels{type, {}}; }).channels;
+}
+
+/// Moves to the place of a port from that of the last one; a list in which both have the same item
+/// is not searched, and nothing was appended to it since.
+ChannelList& moveTo(PortCursor& cursor, DeviceList& devices, std::string_view portText) {
+  const PortCursor last = std::exchange(cursor, {});
+  PortCursor next;
+  next.parts = splitPort(portText);
+  next.family = familyOf(portText, next.parts);
+  const bool sameSlot = last.slot != nullptr && last.parts.device == next.parts.device &&
+                        last.parts.slot == next.parts.slot;
+  next.slot = sameSlot ? last.slot : &slotOf(devices, next.parts);
+  const bool samePort = sameSlot && last.parts.port == next.parts.port;
+  next.port = samePort ? last.port : &portOf(*next.slot, next.parts.port);
+  ChannelList& channels = channelsOf(*next.port, next.parts.type);
+  next.channels = &channels;
+  cursor = next;
+  return channels;
+}
+
+}  // namespace
+
+void addPort(DeviceList& devices, const SplitPort& port) {
+  PackPort& packPort = portOf(slotOf(devices, port), port.port);
+  addChannel(channelsOf(packPort, port.type), port);
+}
+
+void addPort(DeviceList& devices, PortCursor& cursor, std::string_view portText) {
+  if (cursor.channels != nullptr && beginsWith(portText, cursor.family)) {
+    cursor.parts.ch = parseChannel(portText.substr(cursor.family.size()));
+    addChannel(*cursor.channels, cursor.parts);
+  } else {
+    ChannelList& channels = moveTo(cursor, devices, portText);
+    addChannel(channels, cursor.parts);
+  }
 }
 
 void addChannel(ChannelList& channels, const SplitPort& port) {
@@ -115,8 +172,12 @@ void addChannel(ChannelList& channels, const SplitPort& port) {
 }
 
 void consolidate(PackSlot& slot) {
+  PortClasses classes;
+  for (const PackPort& port : slot.ports) {
+    classes.add(port);
+  }
   slot.groups.clear();
-  for (const PortClass& portClass : classify(slot)) {
+  for (const PortClass& portClass : classes) {
     for (const PortRange& range : rangesOf(portClass)) {
       slot.groups.push_back(
           {range.name, range.first, range.last, portClass.types, classifyPortType(range.name)});

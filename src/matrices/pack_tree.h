@@ -17,8 +17,9 @@ constexpr std::int32_t sameNumber(std::int32_t number) { return number; }
 /// Channel numbers without duplicates.
 using ChannelList = IndexedList<std::int32_t, sameNumber>;
 
+/// The type's name is a view into the first port string that has it.
 struct TypeChannels {
-  std::string type;
+  std::string_view type;
   ChannelList channels;
 };
 
@@ -54,9 +55,25 @@ struct PackDevice {
 
 using DeviceList = IndexedList<PackDevice, &PackDevice::name>;
 
-/// Inserts one port at the end of every list in which it is new. Throws what `parsePortString`
+/// Inserts one port at the end of every list in which it is new. The port string must live as long
+/// as the tree. Throws what `parsePortString`
 /// throws, after its device and slot were added: they stay.
 void addPort(DeviceList& devices, const SplitPort& port);
+
+/// Where the last port went, all null before the first and after a failure. The channels of a port
+/// mostly follow each other: their port strings differ in nothing but the channel, and the next one
+/// needs neither cutting nor searching.
+struct PortCursor {
+  std::string_view family;  // the port string up to its channel
+  SplitPort parts;
+  PackSlot* slot = nullptr;
+  PackPort* port = nullptr;
+  ChannelList* channels = nullptr;
+};
+
+/// Splits a port string and inserts it. Nobody else may insert as long as the cursor is used.
+/// Throws what `splitPort` throws, and as the above.
+void addPort(DeviceList& devices, PortCursor& cursor, std::string_view portText);
 
 /// Appends the channel, or reports on standard error that it is there already.
 void addChannel(ChannelList& channels, const SplitPort& port);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <utility>
 
 #include "app/stage_timer.h"
@@ -105,8 +106,10 @@ void writeInternalDetails(PrettyJsonWriter& writer, const MatricesModel& model) 
 
 void writePortLabels(PrettyJsonWriter& writer, const MatricesModel& model) {
   writer.StartObject();
+  std::string key;
   for (const PortLabelEntry& entry : model.portLabels) {
-    writeKey(writer, entry.key);
+    key.assign(entry.serial).append(entry.portFromDot);
+    writeKey(writer, key);
     writeString(writer, entry.label);
   }
   writer.EndObject();

@@ -23,6 +23,9 @@ struct SplitPort {
 /// "PortString number error".
 SplitPort splitPort(std::string_view portText);
 
+/// The number of a channel part "ch3". Throws "Bad ch string" or "PortString number error".
+std::int32_t parseChannel(std::string_view channelPart);
+
 /// A port part "mixer-in[3]" as the pattern "mixer-in[]" and the number 3.
 struct PortString {
   std::string name;

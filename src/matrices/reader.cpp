@@ -1,5 +1,6 @@
 #include "matrices/reader.h"
 
+#include <deque>
 #include <iostream>
 #include <stdexcept>
 #include <string_view>
@@ -8,58 +9,57 @@
 #include "app/error.h"
 #include "app/stage_timer.h"
 #include "json/access.h"
-#include "json/document.h"
 #include "matrices/legacy_format.h"
+#include "matrices/legacy_matrices.h"
 
 namespace quenfold::packing {
 namespace {
 
-/// The "Config"."Matrices" array. Kept on purpose: the root's message says array.
-const JsonValue& matricesOf(const JsonDocument& root) {
-  if (!root.IsObject()) {
+/// The first of a name, or null where none was found.
+const JsonValue* memberOrNull(const JsonValue& member) {
+  return member.IsNull() ? nullptr : &member;
+}
+
+std::string_view textOf(const JsonValue& member, const char* name) {
+  return jsonMemberText(memberOrNull(member), name);
+}
+
+/// The way to the matrices. Kept on purpose: the root's message says array.
+void checkFrame(const LegacyMatrices& file) {
+  if (!file.root.IsObject()) {
     throw runtimeError("matrices.json root object is not array.");
   }
-  const JsonValue* const config = findMember(root, kConfig);
-  if (config == nullptr) {
+  if (file.config.IsNull()) {
     throw runtimeError("matrices.json Config not found.");
   }
-  if (!config->IsObject()) {
+  if (!file.config.IsObject()) {
     throw runtimeError("matrices.json Config is not object.");
   }
-  const JsonValue* const matrices = findMember(*config, kMatrices);
-  if (matrices == nullptr) {
+  if (file.matrices.IsNull()) {
     throw runtimeError("matrices.json Config.Matrices not found.");
   }
-  if (!matrices->IsArray()) {
+  if (!file.matrices.IsArray()) {
     throw runtimeError("matrices.json Config.Matrices is not array.");
   }
-  return *matrices;
 }
 
-const JsonValue& portsOf(const JsonValue& matrix) {
-  const JsonValue* const ports = findMember(matrix, kMatrixPorts);
-  if (ports == nullptr) {
+void checkPorts(const LegacyMatrix& matrix) {
+  if (matrix.ports.IsNull()) {
     throw runtimeError("matrices.json matrix ports not found.");
   }
-  if (!ports->IsArray()) {
+  if (!matrix.ports.IsArray()) {
     throw runtimeError("matrices.json matrix ports is not array.");
   }
-  return *ports;
 }
 
-void addDeviceLabel(MatricesModel& model, const std::string& matrixName, std::string serial) {
+void addDeviceLabel(MatricesModel& model, std::string_view matrixName, std::string_view serial) {
   if (matrixName.empty() || serial.empty()) {
     return;
   }
-  const std::string_view label = std::string_view(matrixName).substr(0, matrixName.find('.'));
+  const std::string_view label = matrixName.substr(0, matrixName.find('.'));
   if (!label.empty() && model.deviceLabels.find(label) == nullptr) {
-    model.deviceLabels.append({std::string(label), std::move(serial)});
+    model.deviceLabels.append({label, serial});
   }
-}
-
-std::int32_t matrixType(const JsonValue& matrix) {
-  const JsonValue* const type = findMember(matrix, kMatrixType);
-  return type != nullptr && type->IsNumber() ? jsonToInt32(*type) : 0;
 }
 
 /// Kept on purpose: a label that merely begins with the whole port string is no alias.
@@ -79,38 +79,50 @@ void addPortLabel(MatricesModel& model, std::string_view port, std::string_view 
     return;
   }
   model.replaced.take(device->serial.size());
-  std::string key = device->serial;
-  model.portLabels.push_back({std::move(key.append(port.substr(dot))), std::string(label)});
+  model.portLabels.push_back({device->serial, port.substr(dot), label});
 }
 
-void readPort(const JsonValue& entry, MatricesModel& model) {
-  if (!entry.IsObject()) {
-    throw runtimeError("matrices.json matrix ports entry is not object.");
-  }
-  const std::string_view port = jsonViewString(entry, kPortName);
-  const std::string_view label = jsonViewString(entry, kPortLabel);
+void readPort(const LegacyPort& entry, MatricesModel& model, PortCursor& cursor) {
+  const std::string_view port = textOf(entry.port, kPortName);
+  const std::string_view label = textOf(entry.label, kPortLabel);
   if (isAlias(label, port)) {
     addPortLabel(model, port, label);
   }
-  addPort(model.devices, splitPort(port));
+  addPort(model.devices, cursor, port);
 }
 
-void readMatrix(const JsonValue& matrix, MatricesModel& model) {
-  std::string name = jsonGetString(matrix, kMatrixName);
-  addDeviceLabel(model, name, jsonGetString(matrix, kMatrixSerial));
-  const std::int32_t id = jsonGetInt(matrix, kMatrixId);
-  model.details.push_back({std::move(name), id, matrixType(matrix)});
-  for (const JsonValue& port : portsOf(matrix).GetArray()) {
-    readPort(port, model);
+/// The matrix's ports are the first of `ports`; each is let go once it is in the model.
+void readPorts(const LegacyMatrix& matrix, std::deque<LegacyPort>& ports, MatricesModel& model) {
+  PortCursor cursor;
+  for (std::size_t left = matrix.portCount; left > 0; --left) {
+    readPort(ports.front(), model, cursor);
+    ports.pop_front();
+  }
+  if (matrix.portsEndEarly) {
+    throw runtimeError("matrices.json matrix ports entry is not object.");
   }
 }
 
-void readText(std::string& text, MatricesModel& model) {
+void readMatrix(const LegacyMatrix& matrix, MatricesModel& model) {
+  if (!matrix.isObject) {
+    throw runtimeError("jsonGetString passed non-object");
+  }
+  const std::string_view name = textOf(matrix.name, kMatrixName);
+  addDeviceLabel(model, name, textOf(matrix.serial, kMatrixSerial));
+  const std::int32_t id = jsonMemberInt(memberOrNull(matrix.id), kMatrixId);
+  const std::int32_t type = matrix.type.IsNumber() ? jsonToInt32(matrix.type) : 0;
+  model.details.push_back({name, id, type});
+  checkPorts(matrix);
+}
+
+void readText(MatricesModel& model) {
   TimePoint stageStart = now();
-  const JsonDocument root = parseJson(text);
+  LegacyMatrices file = parseLegacyMatrices(model.text);
   logElapsed(stageStart, "decoding matrices.json");
-  for (const JsonValue& matrix : matricesOf(root).GetArray()) {
+  checkFrame(file);
+  for (const LegacyMatrix& matrix : file.list) {
     readMatrix(matrix, model);
+    readPorts(matrix, file.ports, model);
   }
 }
 
@@ -123,8 +135,9 @@ void readMatrices(const std::string& inputName, std::string inputText, MatricesM
   if (inputName != kMatricesFile) {
     return;
   }
+  model.text = std::move(inputText);
   try {
-    readText(inputText, model);
+    readText(model);
   } catch (const std::runtime_error& failure) {
     std::cerr << "Error decoding matrices.json: " << failure.what() << '\n';
   }

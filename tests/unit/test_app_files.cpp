@@ -5,6 +5,7 @@
 
 #include "app/files.h"
 #include "app/limits.h"
+#include "json/plain_run.h"
 #include "support/scratch.h"
 
 namespace quenfold {
@@ -18,6 +19,13 @@ TEST(ReadFile, DropsNewlinesAlone) {
   EXPECT_EQ(readFile(scratch.file("empty", "")), "");
   EXPECT_EQ(readFile(scratch.file("bytes", std::string_view("\0\xff\n\x80", 4))),
             std::string("\0\xff\x80", 3));
+}
+
+TEST(ReadFile, LeavesRoomForTheParsersPadding) {
+  const test::ScratchFolder scratch;
+  const std::string bytes(100000, 'x');
+  const std::string text = readFile(scratch.file("text", bytes));
+  EXPECT_GE(text.capacity(), bytes.size() + kScanPadding);
 }
 
 TEST(ReadFile, ReadsMoreThanOneChunk) {

@@ -88,18 +88,20 @@ TEST_P(ParseSigned, AgreesWithA32BitHost) {
   EXPECT_EQ(value, GetParam().value);
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, ParseSigned,
-                         testing::Values(SignedCase{"12x", true, 12}, SignedCase{"x", false, 0},
-                                         SignedCase{"", false, 0}, SignedCase{" +7]", true, 7},
-                                         SignedCase{"-1", true, -1}, SignedCase{"-0", true, 0},
-                                         SignedCase{"007", true, 7}, SignedCase{"- 1", false, 0},
-                                         SignedCase{"2147483647", true, 2147483647},
-                                         SignedCase{"2147483648", false, 2147483647},
-                                         SignedCase{"-2147483648", true, -2147483647 - 1},
-                                         SignedCase{"-2147483649", false, -2147483647 - 1},
-                                         SignedCase{"99999999999", false, 2147483647},
-                                         SignedCase{"-99999999999999999999999", false,
-                                                    -2147483647 - 1}));
+INSTANTIATE_TEST_SUITE_P(
+    Texts, ParseSigned,
+    testing::Values(
+        SignedCase{"0", true, 0}, SignedCase{"999999999", true, 999999999},
+        SignedCase{"123456789x", true, 123456789}, SignedCase{"1000000000", true, 1000000000},
+        SignedCase{"0000000000012", true, 12}, SignedCase{"9999999999", false, 2147483647},
+        SignedCase{"12x", true, 12}, SignedCase{"x", false, 0}, SignedCase{"", false, 0},
+        SignedCase{" +7]", true, 7}, SignedCase{"-1", true, -1}, SignedCase{"-0", true, 0},
+        SignedCase{"007", true, 7}, SignedCase{"- 1", false, 0},
+        SignedCase{"2147483647", true, 2147483647}, SignedCase{"2147483648", false, 2147483647},
+        SignedCase{"-2147483648", true, -2147483647 - 1},
+        SignedCase{"-2147483649", false, -2147483647 - 1},
+        SignedCase{"99999999999", false, 2147483647},
+        SignedCase{"-99999999999999999999999", false, -2147483647 - 1}));
 
 TEST(ParseSigned, NeverReadsPastTheView) {
   const std::string digits = "123456";

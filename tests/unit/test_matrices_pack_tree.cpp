@@ -1,11 +1,28 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include <deque>
+#include <string>
+#include <utility>
+
 #include "matrices/pack_tree.h"
 #include "support/scratch.h"
 
 namespace quenfold::packing {
 namespace {
+
+/// The tree keeps views into its port strings.
+class PortTexts {
+ public:
+  template <typename... Arguments>
+  SplitPort split(fmt::format_string<Arguments...> pattern, Arguments&&... arguments) {
+    return splitPort(
+        texts_.emplace_back(fmt::format(pattern, std::forward<Arguments>(arguments)...)));
+  }
+
+ private:
+  std::deque<std::string> texts_;
+};
 
 DeviceList treeOf(std::initializer_list<std::string_view> ports) {
   DeviceList devices;
@@ -65,6 +82,60 @@ TEST(AddPort, KeepsDeviceAndSlotOfABadPort) {
   ASSERT_EQ(devices[0].slots.size(), 1U);
   EXPECT_EQ(devices[0].slots[0].name, "S");
   EXPECT_TRUE(devices[0].slots[0].ports.empty());
+}
+
+/// The tree of ports inserted by one cursor as one text: "device/slot/pattern
+/// number/type:channels".
+std::string cursorTreeOf(std::initializer_list<std::string_view> ports) {
+  DeviceList devices;
+  PortCursor cursor;
+  for (const std::string_view port : ports) {
+    addPort(devices, cursor, port);
+  }
+  std::string text;
+  for (const PackDevice& device : devices) {
+    for (const PackSlot& slot : device.slots) {
+      for (const PackPort& port : slot.ports) {
+        for (const TypeChannels& type : port.types) {
+          text += fmt::format("{}/{}/{}{}/{}:", device.name, slot.name, port.port.name,
+                              port.port.id, type.type);
+          for (const std::int32_t channel : type.channels) {
+            text += fmt::format("{},", channel);
+          }
+          text += ' ';
+        }
+      }
+    }
+  }
+  return text;
+}
+
+TEST(PortCursor, GoesOnWhereTheLastPortWent) {
+  EXPECT_EQ(cursorTreeOf({"d.s.in[1].a.ch1", "d.s.in[1].a.ch2", "d.s.in[1].a.ch12"}),
+            "d/s/in[]1/a:1,2,12, ");
+}
+
+TEST(PortCursor, LeavesWhatDiffersInAnyPart) {
+  EXPECT_EQ(cursorTreeOf({"d.s.in[1].a.ch1", "d.s.in[1].b.ch1", "d.s.in[1].a.ch2",
+                          "d.s.in[2].a.ch1", "d.t.in[2].a.ch1", "e.t.in[2].a.ch1",
+                          "d.t.in[2].a.ch2", "d.s.in[02].a.ch2", "d.s.in[1].a.ch3"}),
+            "d/s/in[]1/a:1,2,3, d/s/in[]1/b:1, d/s/in[]2/a:1,2, d/t/in[]2/a:1,2, e/t/in[]2/a:1, ");
+}
+
+TEST(PortCursor, HasTheMessagesOfASplit) {
+  DeviceList devices;
+  PortCursor cursor;
+  const auto message = [&](std::string_view port) {
+    return test::messageOf([&] { addPort(devices, cursor, port); });
+  };
+  addPort(devices, cursor, "d.s.in[1].a.ch1");
+  EXPECT_EQ(message("d.s.in[1].a.x1"), "Bad ch string");
+  EXPECT_EQ(message("d.s.in[1].a."), "Bad ch string");
+  EXPECT_EQ(message("d.s.in[1].a.chx"), "PortString number error");
+  EXPECT_EQ(message("d.s.in.a.ch1"), "PortString '[' not found");
+  addPort(devices, cursor, "d.s.in[1].a.ch2");
+  EXPECT_EQ(test::standardErrorOf([&] { addPort(devices, cursor, "d.s.in[1].a.ch2"); }),
+            "Duplicate channel in 2(d.s.in[1].a.2). Channels=1,2,");
 }
 
 TEST(AddChannel, ReportsADuplicateAndKeepsOne) {
@@ -137,11 +208,12 @@ TEST(Consolidate, ReplacesEarlierGroups) {
 
 TEST(PackTree, FindsPortsAmongMany) {
   constexpr int kPorts = 50000;
+  PortTexts texts;
   DeviceList devices;
   for (int round = 0; round < 2; ++round) {
     for (int id = kPorts; id > 0; --id) {
-      addPort(devices, splitPort(fmt::format("d.s.in[{}].a.ch{}", id, round)));
-      addPort(devices, splitPort(fmt::format("d.s.out[{}].a.ch{}", id, round)));
+      addPort(devices, texts.split("d.s.in[{}].a.ch{}", id, round));
+      addPort(devices, texts.split("d.s.out[{}].a.ch{}", id, round));
     }
   }
   PackSlot& slot = *devices.begin()->slots.begin();
@@ -156,14 +228,15 @@ TEST(PackTree, FindsPortsAmongMany) {
 
 TEST(PackTree, GrowsInEveryList) {
   constexpr int kMany = 20000;
+  PortTexts texts;
   DeviceList devices;
   for (int i = 0; i < kMany; ++i) {
-    addPort(devices, splitPort(fmt::format("d{}.s.in[1].a.ch1", i)));
-    addPort(devices, splitPort(fmt::format("d.s{}.in[1].a.ch1", i)));
-    addPort(devices, splitPort(fmt::format("d.s.p{}[1].a.ch1", i)));
-    addPort(devices, splitPort(fmt::format("d.t.in[1].a{}.ch1", i)));
-    addPort(devices, splitPort(fmt::format("d.u.in[1].a.ch{}", i)));
-    addPort(devices, splitPort(fmt::format("d.v.in[{}].a.ch{}", i % 5000, i)));
+    addPort(devices, texts.split("d{}.s.in[1].a.ch1", i));
+    addPort(devices, texts.split("d.s{}.in[1].a.ch1", i));
+    addPort(devices, texts.split("d.s.p{}[1].a.ch1", i));
+    addPort(devices, texts.split("d.t.in[1].a{}.ch1", i));
+    addPort(devices, texts.split("d.u.in[1].a.ch{}", i));
+    addPort(devices, texts.split("d.v.in[{}].a.ch{}", i % 5000, i));
   }
   EXPECT_EQ(devices.size(), kMany + 1U);
   PackDevice& device = devices.findOrAppend(std::string_view("d"), [] { return PackDevice(); });

@@ -78,8 +78,8 @@ TEST(BuildSections, WritesLabelsAndDetailsInOrder) {
   MatricesModel model;
   model.deviceLabels.append({"Zo\xc3\xab", "S1"});
   model.details.push_back({"Zo\xc3\xab.audio", -4, 2});
-  model.portLabels.push_back({"S1.a", "b\\\n\x01"});
-  model.portLabels.push_back({"S1.a", "again"});
+  model.portLabels.push_back({"S1", ".a", "b\\\n\x01"});
+  model.portLabels.push_back({"S1", ".a", "again"});
   EXPECT_EQ(sectionOf(model, "deviceLabels"),
             "{\n"
             "    \"deviceLabels\": [{\n"

@@ -30,6 +30,10 @@ Reading readingOfPorts(std::string_view ports) {
       fmt::format(R"({{"name": "F1.a", "serialnumber": "S1", "id": 1, "ports": [{}]}})", ports));
 }
 
+std::string keyOf(const PortLabelEntry& entry) {
+  return std::string(entry.serial) + std::string(entry.portFromDot);
+}
+
 std::string decoding(std::string_view message) {
   return fmt::format("Error decoding matrices.json: {}\n", message);
 }
@@ -94,6 +98,32 @@ TEST(ReadMatrices, ReportsEachFaultOfAPort) {
             decoding("PortString '[' not found"));
 }
 
+TEST(ReadMatrices, TakesTheMembersOfAMatrixInAnyOrder) {
+  const char* const ports = R"("ports": [{"label": "Vox", "port": "F1.s.in[1].t.ch1"}])";
+  const Reading reading = readingOfMatrices(
+      fmt::format(R"({{{}, "type": 4, "id": 2, "serialnumber": "S1", "name": "F1.a"}})", ports));
+  EXPECT_EQ(reading.errors, "");
+  ASSERT_EQ(reading.model.details.size(), 1U);
+  EXPECT_EQ(reading.model.details[0].type, 4);
+  ASSERT_EQ(reading.model.portLabels.size(), 1U);
+  EXPECT_EQ(keyOf(reading.model.portLabels[0]), "S1.s.in[1].t.ch1");
+  EXPECT_EQ(readingOfMatrices(fmt::format("{{{}}}", ports)).errors, decoding("name not found"));
+}
+
+TEST(ReadMatrices, ReadsThePortsBeforeTheOneThatIsNoObject) {
+  const Reading reading = readingOfPorts(R"({"port": "F1.s.in[1].t.ch1", "label": "Vox"}, 1,
+                        {"port": "F1.s.in[2].t.ch1", "label": "Sax"})");
+  EXPECT_EQ(reading.errors, decoding("matrices.json matrix ports entry is not object."));
+  EXPECT_EQ(reading.model.portLabels.size(), 1U);
+}
+
+TEST(ReadMatrices, WarnsOfNothingInATextThatIsNotJson) {
+  EXPECT_EQ(readingOf(R"({"Config": {"Matrices": [{"name": "F1", "serialnumber": "S", "id": 1,
+      "ports": [{"port": "F2.s.in[1].t.ch1", "label": "Vox"}]}]}} x)")
+                .errors,
+            decoding("matrices.json root object is not array."));
+}
+
 TEST(ReadMatrices, WarnsOfABadlyFormedAliasBeforeTheSplitFails) {
   EXPECT_EQ(readingOfPorts(R"({"port": "abc", "label": "Vox"})").errors,
             "Port alias error - port string badly formed" + decoding("splitPort - no device."));
@@ -104,7 +134,7 @@ TEST(ReadMatrices, WarnsOfAnAliasWithoutDeviceLabelAndGoesOn) {
                         {"port": "F1.s.in[1].t.ch1", "label": "Sax"})");
   EXPECT_EQ(reading.errors, "Port alias error - port label not found.");
   ASSERT_EQ(reading.model.portLabels.size(), 1U);
-  EXPECT_EQ(reading.model.portLabels[0].key, "S1.s.in[1].t.ch1");
+  EXPECT_EQ(keyOf(reading.model.portLabels[0]), "S1.s.in[1].t.ch1");
   EXPECT_EQ(reading.model.portLabels[0].label, "Sax");
   EXPECT_EQ(reading.model.devices.size(), 2U);
 }
@@ -117,7 +147,7 @@ TEST(ReadMatrices, TakesNoAliasFromALabelThatBeginsWithThePort) {
                         {"port": "F1.1.in[4].t.ch1", "label": ""})");
   EXPECT_EQ(reading.errors, "");
   ASSERT_EQ(reading.model.portLabels.size(), 2U);
-  EXPECT_EQ(reading.model.portLabels[0].key, "S1.1.in[3].t.ch1");
+  EXPECT_EQ(keyOf(reading.model.portLabels[0]), "S1.1.in[3].t.ch1");
   EXPECT_EQ(reading.model.portLabels[0].label, "F1.1.in[3].t.ch");
   EXPECT_EQ(reading.model.portLabels[1].label, "");
 }
@@ -127,7 +157,7 @@ TEST(ReadMatrices, KeepsRepeatedPortLabels) {
                                             {"port": "F1.1.in[1].t.ch2", "label": "B"},
                                             {"port": "F1.1.in[1].t.ch2", "label": "C"})");
   ASSERT_EQ(reading.model.portLabels.size(), 3U);
-  EXPECT_EQ(reading.model.portLabels[1].key, reading.model.portLabels[2].key);
+  EXPECT_EQ(keyOf(reading.model.portLabels[1]), keyOf(reading.model.portLabels[2]));
   EXPECT_EQ(reading.model.portLabels[2].label, "C");
 }
 

@@ -1,0 +1,89 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "json/document.h"
+#include "json/plain_run.h"
+
+namespace quenfold {
+namespace {
+
+/// One odd character at every distance from the beginning, behind plain ones of every kind.
+std::string textWith(std::size_t position, char odd) {
+  std::string text;
+  for (std::size_t i = 0; i < position; ++i) {
+    text += "a \x7f\x80\xff!#[]\xa2\xdc"[i % 11];
+  }
+  return text + odd + "aaaa";
+}
+
+TEST(PlainRun, EndsAtTheCharactersThatJsonTakesForMore) {
+  for (int value = 0; value < 256; ++value) {
+    const char odd = static_cast<char>(value);
+    const bool ends = value < 0x20 || odd == '"' || odd == '\\';
+    for (std::size_t position = 0; position < 40; ++position) {
+      std::string text = textWith(position, odd);
+      const std::size_t expected = ends ? position : text.size();
+      EXPECT_EQ(isPlainRun(text), !ends) << value;
+      text.resize(text.size() + kScanPadding);
+      EXPECT_EQ(plainRunEnd(text.data()) - text.data(), static_cast<std::ptrdiff_t>(expected));
+      EXPECT_EQ(plainRunEndByWords(text.data()) - text.data(),
+                static_cast<std::ptrdiff_t>(expected));
+    }
+  }
+}
+
+TEST(PlainRun, EndsAtTheFirstOfSeveral) {
+  const std::string text = std::string("ab\"\\\x1f\x01") + std::string(kScanPadding, '\0');
+  EXPECT_EQ(plainRunEnd(text.data()) - text.data(), 2);
+  EXPECT_EQ(plainRunEndByWords(text.data()) - text.data(), 2);
+}
+
+std::string stringOf(std::string json) {
+  const JsonDocument document = parseJson(json);
+  return document.IsString() ? document.GetString() : "not a string";
+}
+
+TEST(ParseJson, DecodesEscapesBetweenRuns) {
+  EXPECT_EQ(stringOf(R"("0123456789abcdef\n0123456789abcdefg\u00e9\"x")"),
+            "0123456789abcdef\n0123456789abcdefg\u00e9\"x");
+  EXPECT_EQ(stringOf(R"("\\\\a\/")"), "\\\\a/");
+  EXPECT_EQ(stringOf("\"\""), "");
+}
+
+TEST(ParseJson, RefusesEveryControlCharacterInAString) {
+  for (char control = 1; control < 0x20; ++control) {
+    for (const std::size_t position : {0U, 3U, 7U, 15U, 16U, 33U}) {
+      const std::string text = textWith(position, control);
+      EXPECT_EQ(stringOf("\"" + text + "\""), "not a string") << int{control} << ' ' << position;
+    }
+  }
+}
+
+TEST(ParseJson, EndsAtAZeroByte) {
+  EXPECT_EQ(stringOf(std::string("\"ab\"\0x", 6)), "ab");
+  EXPECT_EQ(stringOf(std::string("\"ab\0c\"", 6)), "not a string");
+}
+
+TEST(ParseJson, LeavesTheTextItsSize) {
+  std::string text = "[1]";
+  static_cast<void>(parseJson(text));
+  EXPECT_EQ(text.size(), 3U);
+}
+
+TEST(PrettyJsonWriter, WritesPlainAndEscapedTexts) {
+  JsonBuffer buffer;
+  PrettyJsonWriter writer(buffer);
+  writer.StartObject();
+  writeKey(writer, "a key of sixteen");
+  writeString(writer, "");
+  writeKey(writer, "k\"");
+  writeString(writer, "0123456789abcdef\x01\\\xc3\xa9");
+  writer.EndObject();
+  EXPECT_EQ(textOf(buffer),
+            "{\n    \"a key of sixteen\": \"\",\n"
+            "    \"k\\\"\": \"0123456789abcdef\\u0001\\\\\xc3\xa9\"\n}");
+}
+
+}  // namespace
+}  // namespace quenfold
