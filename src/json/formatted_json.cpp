@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 
 // The layout: an object's members stand on lines of their own, indented by one tab for each object
@@ -102,15 +103,17 @@ void FormattedJson::integer(std::int64_t value) {
 
 void FormattedJson::quoted(std::string_view text) {
   text_ += '"';
-  std::size_t plain = 0;  // where the bytes begin that are not copied yet
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (isEscaped(text[i])) {
-      text_.append(text, plain, i - plain);
-      appendEscaped(text_, text[i]);
-      plain = i + 1;
+  while (true) {
+    const auto* const escaped = std::find_if(text.begin(), text.end(), isEscaped);
+    const auto plain = static_cast<std::size_t>(escaped - text.begin());
+    text_.append(text.substr(0, plain));
+    if (plain == text.size()) {
+      break;
     }
+    appendEscaped(text_, *escaped);
+    text.remove_prefix(plain + 1);
   }
-  text_.append(text, plain) += '"';
+  text_ += '"';
 }
 
 }  // namespace quenfold
