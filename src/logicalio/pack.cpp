@@ -50,7 +50,7 @@ std::string outputKeyFromName(std::string_view inputName) {
   return inputName.find(kDestinationsInput) != std::string_view::npos ? kDestinationsOutput : "";
 }
 
-PackedModel readLegacyDocument(CJsonHandle document, const std::string& sourceDir,
+PackedModel readLegacyDocument(const CJsonDocument& document, const std::string& sourceDir,
                                TimePoint& stageStart) {
   PackedModel model;
   const TableKind& kind = legacyKindOf(*document);
@@ -72,10 +72,10 @@ PackedModel readLegacyDocument(CJsonHandle document, const std::string& sourceDi
 PackedModel readLegacyText(const std::string& sourceDir, const std::string& inputName,
                            const std::string& inputText) {
   TimePoint stageStart = now();
-  CJsonHandle document = parseCJson(inputText);
+  const CJsonDocument document = parseCJson(inputText);
   logElapsed(stageStart, "parsed JSON");
   if (document) {
-    return readLegacyDocument(std::move(document), sourceDir, stageStart);
+    return readLegacyDocument(document, sourceDir, stageStart);
   }
   PackedModel model;
   model.outputKey = outputKeyFromName(inputName);

@@ -48,7 +48,7 @@ std::uint32_t idOfPair(const cJSON& pair) {
 }
 
 LabelMap readLabelMap(const std::string& path) {
-  const CJsonHandle document = parseCJson(readFile(path));
+  const CJsonDocument document = parseCJson(readFile(path));
   LabelMap labels;
   const cJSON& list = sideListOf(document.get(), kLabelsKey);
   for (const cJSON* pair = list.child; pair != nullptr; pair = pair->next) {
@@ -73,7 +73,7 @@ std::vector<CatEntry> readCatEntries(const cJSON& list) {
 }
 
 LegacyCategoryMap readLegacyCategoryMap(const std::string& path) {
-  const CJsonHandle document = parseCJson(readFile(path));
+  const CJsonDocument document = parseCJson(readFile(path));
   LegacyCategoryMap categories;
   const cJSON& list = sideListOf(document.get(), kLegacyCategoriesKey);
   for (const cJSON* pair = list.child; pair != nullptr; pair = pair->next) {

@@ -36,9 +36,9 @@ struct UnpackedTable {
   throw runtimeError("JSON Parse Error: {}\n", rest.substr(0, kShown));
 }
 
-CJsonHandle parsePackedText(const std::string& text, TimePoint& stageStart) {
+CJsonDocument parsePackedText(const std::string& text, TimePoint& stageStart) {
   stageStart = now();
-  CJsonHandle document = parseCJson(text);
+  CJsonDocument document = parseCJson(text);
   if (!document) {
     throwParseError();
   }
@@ -63,7 +63,7 @@ void loadLabelFiles(const std::string& directory, PackedContext& context) {
 
 UnpackedTable readPackedFiles(const std::string& stem, const std::string& directory,
                               TimePoint& stageStart) {
-  const CJsonHandle document =
+  const CJsonDocument document =
       parsePackedText(readFile(joinPath(directory, stem + kPortsFile)), stageStart);
   UnpackedTable unpacked;
   unpacked.kind = &packedKindOf(*document);

@@ -8,7 +8,7 @@ namespace quenfold {
 namespace {
 
 TEST(FindMember, IgnoresCaseAndTakesTheFirst) {
-  const CJsonHandle object = parseCJson(R"({"a": 1, "NAME": 2, "name": 3})");
+  const CJsonDocument object = parseCJson(R"({"a": 1, "NAME": 2, "name": 3})");
   ASSERT_NE(findMember(object.get(), "name"), nullptr);
   EXPECT_EQ(findMember(object.get(), "name")->valueint, 2);
   EXPECT_EQ(findMember(object.get(), "other"), nullptr);
@@ -22,7 +22,7 @@ TEST(FindMember, FindsNothingInOtherValues) {
 }
 
 TEST(CJsonViews, ExpectMissingTexts) {
-  const CJsonHandle list = parseCJson(R"(["x", 5, null])");
+  const CJsonDocument list = parseCJson(R"(["x", 5, null])");
   EXPECT_EQ(memberName(*firstChild(list.get())), "");
   EXPECT_STREQ(stringValue(list->child), "x");
   EXPECT_EQ(stringValue(list->child->next), nullptr);
@@ -33,7 +33,7 @@ TEST(CJsonViews, ExpectMissingTexts) {
 }
 
 TEST(IntValues, TakeEveryChild) {
-  const CJsonHandle list = parseCJson(R"([3, "7", true, false, null, 2.9, 1e20, -1e20])");
+  const CJsonDocument list = parseCJson(R"([3, "7", true, false, null, 2.9, 1e20, -1e20])");
   EXPECT_EQ(intValues(list.get()),
             (std::vector<std::int32_t>{3, 0, 1, 0, 0, 2, 2147483647, -2147483647 - 1}));
   EXPECT_EQ(intValues(parseCJson(R"({"a": 4})").get()), (std::vector<std::int32_t>{4}));
