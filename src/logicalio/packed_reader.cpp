@@ -19,6 +19,8 @@ std::uint32_t mapKeyOf(const LogicalIORecord& record) {
   return static_cast<std::uint32_t>(record.id);
 }
 
+std::size_t sizeOf(const cJSON* list) { return static_cast<std::size_t>(cJSON_GetArraySize(list)); }
+
 std::string textOrEmpty(const cJSON* item) {
   const char* const text = stringValue(item);
   return text == nullptr ? "" : text;
@@ -97,10 +99,11 @@ class RecordReader {
  private:
   /// What is no number is a gap; gaps after the last number are dropped.
   std::vector<std::string> portsOf(const cJSON& entry) {
+    const cJSON* const list = findMember(&entry, kPortKey);
     std::vector<std::string> ports;
+    ports.reserve(sizeOf(list));
     std::size_t gaps = 0;
-    const cJSON* item = firstChild(findMember(&entry, kPortKey));
-    for (; item != nullptr; item = item->next) {
+    for (const cJSON* item = firstChild(list); item != nullptr; item = item->next) {
       if (cJSON_IsNumber(item) == 0) {
         ++gaps;
         continue;
@@ -147,6 +150,7 @@ UnpackedRecords parsePackedLogicalIOTable(const cJSON* table, const PackedContex
     throw runtimeError("parsePackedLogicalIOTable: logical IO table not found");
   }
   UnpackedRecords unpacked;
+  unpacked.records.reserve(sizeOf(entries));
   RecordReader reader(context);
   for (const cJSON* entry = entries->child; entry != nullptr; entry = entry->next) {
     unpacked.records.push_back(reader.read(*entry));

@@ -1,6 +1,6 @@
 #include "logicalio/port_key.h"
 
-#include <fmt/core.h>
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <charconv>
@@ -9,6 +9,8 @@
 
 namespace quenfold {
 namespace {
+
+using namespace std::string_view_literals;
 
 constexpr std::size_t kPortKeyCapacity = 191;
 constexpr std::size_t kTextCapacity = 63;
@@ -119,8 +121,21 @@ std::optional<PortKeyText> scanPortKey(std::string_view key) {
 }
 
 std::string printPortKey(const PortKeyText& fields) {
-  return fmt::format("{}.{}.{}[{}].{}.ch{}", fields.device, fields.slot, fields.portPrefix,
-                     fields.portId, fields.type, fields.ch);
+  const fmt::format_int portId(fields.portId);
+  const fmt::format_int ch(fields.ch);
+  fmt::memory_buffer key;
+  key.append(fields.device);
+  key.push_back('.');
+  key.append(fields.slot);
+  key.push_back('.');
+  key.append(fields.portPrefix);
+  key.push_back('[');
+  key.append(portId.data(), portId.data() + portId.size());
+  key.append("]."sv);
+  key.append(fields.type);
+  key.append(".ch"sv);
+  key.append(ch.data(), ch.data() + ch.size());
+  return fmt::to_string(key);
 }
 
 PortKeyIds scanIdKey(std::string_view key) {

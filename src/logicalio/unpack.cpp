@@ -90,15 +90,14 @@ UnpackedTable readPackedFiles(const std::string& stem, const std::string& direct
 std::pair<std::string, std::string> convertPackedToVelmora(const std::string& stem,
                                                            const std::string& directory) {
   TimePoint stageStart = now();
-  UnpackedTable table = readPackedFiles(stem, directory, stageStart);
-  CJsonHandle entries = legacyEntries(std::move(table.records), *table.kind, table.levelCount);
+  const UnpackedTable table = readPackedFiles(stem, directory, stageStart);
+  std::string legacy = legacyText(table.records, *table.kind, table.levelCount);
   logElapsed(stageStart, "Created velmora JSON object");
-  const CJsonHandle document = legacyDocument(*table.kind, std::move(entries));
   const CJsonHandle hashes = hashDocument(table.kind->topLevelKey, table.fingerprints);
   logElapsed(stageStart, "Added Container Details");
-  std::pair<std::string, std::string> texts(printCJson(*document), printCJson(*hashes));
+  std::string hash = printCJson(*hashes);
   logElapsed(stageStart, "Serialized JSON");
-  return texts;
+  return {std::move(legacy), std::move(hash)};
 }
 
 }  // namespace quenfold
