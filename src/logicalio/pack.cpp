@@ -2,10 +2,12 @@
 
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "app/files.h"
 #include "app/stage_timer.h"
 #include "json/cjson_access.h"
+#include "json/cjson_handle.h"
 #include "json/label_files.h"
 #include "json/sections.h"
 #include "logicalio/device_names.h"
@@ -84,17 +86,15 @@ PackedModel readLegacyText(const std::string& sourceDir, const std::string& inpu
 
 PackedTexts printPacked(PackedModel& model) {
   TimePoint stageStart = now();
-  CJsonHandle logicalIO = packRecords(model);
+  const std::vector<std::uint32_t> packedPorts = packPorts(model);
   logElapsed(stageStart, "Bit Packing");
-  CJsonHandle document = portsDocument(model, std::move(logicalIO));
-  logElapsed(stageStart, "Added Container Details");
   PackedTexts texts;
-  texts.ports = printCJson(*document);
-  document.reset();
+  texts.ports = portsText(model, packedPorts);
+  logElapsed(stageStart, "Added Container Details");
+  texts.labels = labelsText(model);
+  texts.categories = categoriesText(model);
+  texts.hash = hashText(model.topLevelKey, valuesOf(model.fingerprints));
   logElapsed(stageStart, "Serialized JSON");
-  texts.labels = printCJson(*labelsDocument(model));
-  texts.categories = printCJson(*categoriesDocument(model));
-  texts.hash = printCJson(*hashDocument(model.topLevelKey, valuesOf(model.fingerprints)));
   return texts;
 }
 

@@ -71,6 +71,11 @@ std::string layoutString(const std::array<std::int32_t, kPortFieldCount>& bits) 
   return writeBitPacking(tokens);
 }
 
+void writeRefMap(FormattedJson& json, PortField field, const VelDB::RefMap& map) {
+  json.key(kPortFieldNames.at(field));
+  map.toJson(json);
+}
+
 void loadRefMap(const cJSON& refMaps, PortField field, VelDB::RefMap& map) {
   const cJSON* const entries = findMember(&refMaps, kPortFieldNames.at(field));
   if (entries != nullptr) {
@@ -173,17 +178,20 @@ std::string PortDict::unpackToPortKey(std::uint64_t value) const {
   return std::string(PortKeyPrinter(*this).print(value));
 }
 
-CJsonHandle PortDict::toJson() const {
-  CJsonHandle refMaps = cjsonObject();
-  addMember(*refMaps, kPortFieldNames[kDevice], device.toJson());
-  addMember(*refMaps, kPortFieldNames[kSlot], slot.toJson());
-  addMember(*refMaps, kPortFieldNames[kPortPrefix], portPrefix.toJson());
-  addMember(*refMaps, kPortFieldNames[kType], type.toJson());
-  CJsonHandle root = cjsonObject();
-  addMember(*root, kVersionKey, cjsonNumber(kPortDictVersion));
-  addMember(*root, kRefMapsKey, std::move(refMaps));
-  addMember(*root, kBitPackingKey, cjsonString(layoutString(bits)));
-  return root;
+void PortDict::toJson(FormattedJson& json) const {
+  json.beginObject();
+  json.key(kVersionKey);
+  json.number(kPortDictVersion);
+  json.key(kRefMapsKey);
+  json.beginObject();
+  writeRefMap(json, kDevice, device);
+  writeRefMap(json, kSlot, slot);
+  writeRefMap(json, kPortPrefix, portPrefix);
+  writeRefMap(json, kType, type);
+  json.endObject();
+  json.key(kBitPackingKey);
+  json.string(layoutString(bits));
+  json.endObject();
 }
 
 std::error_code PortDict::fromJson(const cJSON& root) {
@@ -208,15 +216,15 @@ std::error_code PortDict::fromJson(const cJSON& root) {
   return {};
 }
 
-CJsonHandle PortDict::widthsToJson() const {
-  CJsonHandle widths = cjsonArray();
+void PortDict::widthsToJson(FormattedJson& json) const {
+  json.beginArray();
   for (std::size_t field = 0; field < kPortFieldCount; ++field) {
-    CJsonHandle width = cjsonArray();
-    addElement(*width, cjsonString(kPortFieldNames.at(field)));
-    addElement(*width, cjsonNumber(bits.at(field)));
-    addElement(*widths, std::move(width));
+    json.beginArray();
+    json.string(kPortFieldNames.at(field));
+    json.number(bits.at(field));
+    json.endArray();
   }
-  return widths;
+  json.endArray();
 }
 
 }  // namespace quenfold

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "json/cjson_handle.h"
+#include "json/formatted_json.h"
 #include "logicalio/port_key.h"
 #include "logicalio/ref_map.h"
 
@@ -57,15 +57,15 @@ struct PortDict {
   /// As `VelDB::RefMap::rename` on the devices.
   int renameDevice(std::string_view from, std::string_view to) { return device.rename(from, to); }
 
-  /// The "portDict" object. Throws std::bad_alloc.
-  [[nodiscard]] CJsonHandle toJson() const;
+  /// Writes the "portDict" object. Throws std::bad_alloc.
+  void toJson(FormattedJson& json) const;
 
   /// Loads a "portDict" object. EINVAL, and nothing changed, without "version" or "refMaps".
   /// Without a "bitPacking" string only the version is loaded.
   std::error_code fromJson(const cJSON& root);
 
-  /// [["ch", width], ...] by `PortField`. Throws std::bad_alloc.
-  [[nodiscard]] CJsonHandle widthsToJson() const;
+  /// Writes [["ch", width], ...] by `PortField`. Throws std::bad_alloc.
+  void widthsToJson(FormattedJson& json) const;
 };
 
 /// The name of that slot in a file that lists none.

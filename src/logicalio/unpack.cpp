@@ -7,6 +7,7 @@
 #include "app/files.h"
 #include "app/stage_timer.h"
 #include "json/cjson_access.h"
+#include "json/cjson_handle.h"
 #include "json/label_files.h"
 #include "json/sections.h"
 #include "logicalio/device_names.h"
@@ -93,9 +94,9 @@ std::pair<std::string, std::string> convertPackedToVelmora(const std::string& st
   const UnpackedTable table = readPackedFiles(stem, directory, stageStart);
   std::string legacy = legacyText(table.records, *table.kind, table.levelCount);
   logElapsed(stageStart, "Created velmora JSON object");
-  const CJsonHandle hashes = hashDocument(table.kind->topLevelKey, table.fingerprints);
+  std::string hash = hashText(table.kind->topLevelKey, table.fingerprints);
   logElapsed(stageStart, "Added Container Details");
-  std::string hash = printCJson(*hashes);
+  // The texts are serialised as they are built.
   logElapsed(stageStart, "Serialized JSON");
   return {std::move(legacy), std::move(hash)};
 }
