@@ -25,7 +25,7 @@ void parseRapidJson(std::string text) {
 }
 
 void parseCJson(const std::string& text, bool print) {
-  const quenfold::CJsonHandle tree = quenfold::parseCJson(text);
+  const quenfold::CJsonDocument tree = quenfold::parseCJson(text);
   if (!tree || (print && quenfold::printCJson(*tree).empty())) {
     throw runtimeError("not JSON");
   }

@@ -43,12 +43,4 @@ std::uint32_t toUint32(double number) { return saturated<std::uint32_t>(number);
 
 std::uint64_t toUint64(double number) { return saturated<std::uint64_t>(number); }
 
-CJsonHandle labelMapToJson(const std::map<std::string, std::uint32_t>& map) {
-  CJsonHandle object = cjsonObject();
-  for (const auto& [name, number] : map) {
-    addMember(*object, name, cjsonNumber(number));
-  }
-  return object;
-}
-
 }  // namespace quenfold

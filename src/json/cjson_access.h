@@ -3,12 +3,8 @@
 #include <cjson/cJSON.h>
 
 #include <cstdint>
-#include <map>
-#include <string>
 #include <string_view>
 #include <vector>
-
-#include "json/cjson_handle.h"
 
 namespace quenfold {
 
@@ -33,8 +29,5 @@ std::vector<std::int32_t> intValues(const cJSON* list);
 /// gives 0.
 std::uint32_t toUint32(double number);
 std::uint64_t toUint64(double number);
-
-/// {name: number, ...} in the map's order. Throws std::bad_alloc.
-CJsonHandle labelMapToJson(const std::map<std::string, std::uint32_t>& map);
 
 }  // namespace quenfold

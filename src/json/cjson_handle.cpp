@@ -7,27 +7,49 @@
 namespace quenfold {
 namespace {
 
+#if defined(__has_feature)
+#define QUENFOLD_HAS_FEATURE(feature) __has_feature(feature)
+#else
+#define QUENFOLD_HAS_FEATURE(feature) 0
+#endif
+#if defined(__SANITIZE_ADDRESS__) || QUENFOLD_HAS_FEATURE(address_sanitizer)
+/// Each node and each text on its own: the sanitizer sees where one ends.
+constexpr std::size_t kBlockSize = 0;
+#else
+constexpr std::size_t kBlockSize = std::size_t{64} * 1024;
+#endif
+
+/// Where the tree that is being parsed goes. Process-wide because cJSON's hooks are, and hooks take
+/// no argument; set during a parse only.
+BlockAllocator* parserBlocks = nullptr;
 bool parserRanOutOfMemory = false;
 
-// cJSON frees what this gives.
-void* notingMalloc(std::size_t size) {
-  void* const memory = std::malloc(size);  // NOLINT(*-no-malloc,*-owning-memory)
+void* blockMalloc(std::size_t size) {
+  void* const memory = parserBlocks->allocate(size);
   parserRanOutOfMemory = parserRanOutOfMemory || memory == nullptr;
   return memory;
 }
 
-/// While it lives, cJSON's failed allocations are noted. They are not thrown from here: the
-/// frames in between are C. Outside a parse cJSON keeps its own allocator, which can also resize.
-class AllocationWatch {
+/// The blocks go as a whole, also when a parse fails.
+void keepUntilBlocksGo(void* /*memory*/) {}
+
+/// While it lives, cJSON takes memory from the blocks, and failed requests are noted. They are not
+/// thrown from the hook: the frames in between are C. Outside a parse cJSON keeps its own
+/// allocator, which can also resize the text that it prints.
+class ParsingIntoBlocks {
  public:
-  AllocationWatch() {
+  explicit ParsingIntoBlocks(BlockAllocator& blocks) {
+    parserBlocks = &blocks;
     parserRanOutOfMemory = false;
-    cJSON_Hooks hooks = {notingMalloc, std::free};
+    cJSON_Hooks hooks = {blockMalloc, keepUntilBlocksGo};
     cJSON_InitHooks(&hooks);
   }
-  ~AllocationWatch() { cJSON_InitHooks(nullptr); }
-  AllocationWatch(const AllocationWatch&) = delete;
-  AllocationWatch& operator=(const AllocationWatch&) = delete;
+  ~ParsingIntoBlocks() {
+    cJSON_InitHooks(nullptr);
+    parserBlocks = nullptr;
+  }
+  ParsingIntoBlocks(const ParsingIntoBlocks&) = delete;
+  ParsingIntoBlocks& operator=(const ParsingIntoBlocks&) = delete;
 };
 
 CJsonHandle owned(cJSON* created) {
@@ -39,13 +61,14 @@ CJsonHandle owned(cJSON* created) {
 
 }  // namespace
 
-CJsonHandle parseCJson(const std::string& text) {
-  const AllocationWatch watch;
-  CJsonHandle tree(cJSON_Parse(text.c_str()));
-  if (!tree && parserRanOutOfMemory) {
+CJsonDocument parseCJson(const std::string& text) {
+  auto blocks = std::make_unique<BlockAllocator>(kBlockSize);
+  const ParsingIntoBlocks parsing(*blocks);
+  const cJSON* const tree = cJSON_Parse(text.c_str());
+  if (tree == nullptr && parserRanOutOfMemory) {
     throw std::bad_alloc();
   }
-  return tree;
+  return {tree, {std::move(blocks)}};
 }
 
 std::string printCJson(const cJSON& tree) {

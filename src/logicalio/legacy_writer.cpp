@@ -1,9 +1,9 @@
 #include "logicalio/legacy_writer.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "app/limits.h"
+#include "json/formatted_json.h"
 
 namespace quenfold {
 namespace {
@@ -11,38 +11,45 @@ namespace {
 constexpr const char* kKeyKey = "key";  // always 0
 constexpr std::size_t kLegacyCategoryCount = 6;
 
-CJsonHandle portsOf(const LogicalIORecord& record, std::size_t levelCount) {
-  CJsonHandle ports = cjsonArray();
+void writePorts(FormattedJson& json, const LogicalIORecord& record, std::size_t levelCount) {
+  json.beginArray();
   for (const std::string& port : record.ports) {
-    addElement(*ports, cjsonString(port));
+    json.string(port);
   }
   for (std::size_t i = record.ports.size(); i < levelCount; ++i) {
-    addElement(*ports, cjsonString(""));
+    json.string("");
   }
-  return ports;
+  json.endArray();
 }
 
-CJsonHandle categoriesOf(const LogicalIORecord& record) {
-  CJsonHandle categories = cjsonArray();
+void writeCategories(FormattedJson& json, const LogicalIORecord& record) {
+  json.beginArray();
   for (std::size_t i = 0; i < kLegacyCategoryCount; ++i) {
-    const bool given = i < record.categories.size();
-    addElement(*categories, cjsonString(given ? catEntryText(record.categories[i]) : ""));
+    json.string(i < record.categories.size() ? catEntryText(record.categories[i]) : "");
   }
-  return categories;
+  json.endArray();
 }
 
-CJsonHandle legacyEntry(const LogicalIORecord& record, const TableKind& kind,
-                        std::size_t levelCount) {
-  CJsonHandle entry = cjsonObject();
-  addMember(*entry, kNameKey, cjsonString(record.name));
-  addMember(*entry, kIdKey, cjsonNumber(record.id));
-  addMember(*entry, kKeyKey, cjsonNumber(0));
-  addMember(*entry, kind.portsKey, portsOf(record, levelCount));
-  addMember(*entry, kDescriptionKey, cjsonString(record.description));
-  addMember(*entry, kCategoryKey, categoriesOf(record));
-  addMember(*entry, kTallyKey, cjsonString(record.tally));
-  addMember(*entry, kRedirectKey, cjsonNumber(record.redirect));
-  return entry;
+void writeEntry(FormattedJson& json, const LogicalIORecord& record, const TableKind& kind,
+                std::size_t levelCount) {
+  json.beginObject();
+  json.key(kNameKey);
+  json.string(record.name);
+  json.key(kIdKey);
+  json.number(record.id);
+  json.key(kKeyKey);
+  json.number(0);
+  json.key(kind.portsKey);
+  writePorts(json, record, levelCount);
+  json.key(kDescriptionKey);
+  json.string(record.description);
+  json.key(kCategoryKey);
+  writeCategories(json, record);
+  json.key(kTallyKey);
+  json.string(record.tally);
+  json.key(kRedirectKey);
+  json.number(record.redirect);
+  json.endObject();
 }
 
 /// Every level key of a file stands for one port of every record.
@@ -55,25 +62,24 @@ void requirePortCount(const std::vector<LogicalIORecord>& records, std::size_t l
 
 }  // namespace
 
-CJsonHandle legacyEntries(std::vector<LogicalIORecord> records, const TableKind& kind,
-                          std::size_t levelCount) {
+std::string legacyText(const std::vector<LogicalIORecord>& records, const TableKind& kind,
+                       std::size_t levelCount) {
   requirePortCount(records, levelCount);
-  CJsonHandle entries = cjsonArray();
-  for (LogicalIORecord& record : records) {
-    addElement(*entries, legacyEntry(record, kind, levelCount));
-    // The tree grows into the memory of the records that it has taken over.
-    record = {};
+  FormattedJson json;
+  json.beginObject();
+  json.key(kind.topLevelKey);
+  json.beginObject();
+  json.key(kVersionKey);
+  json.number(kTableVersion);
+  json.key(kind.entriesKey);
+  json.beginArray();
+  for (const LogicalIORecord& record : records) {
+    writeEntry(json, record, kind, levelCount);
   }
-  return entries;
-}
-
-CJsonHandle legacyDocument(const TableKind& kind, CJsonHandle entries) {
-  CJsonHandle table = cjsonObject();
-  addMember(*table, kVersionKey, cjsonNumber(kTableVersion));
-  addMember(*table, kind.entriesKey, std::move(entries));
-  CJsonHandle document = cjsonObject();
-  addMember(*document, kind.topLevelKey, std::move(table));
-  return document;
+  json.endArray();
+  json.endObject();
+  json.endObject();
+  return json.take();
 }
 
 }  // namespace quenfold

@@ -2,10 +2,12 @@
 
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "app/files.h"
 #include "app/stage_timer.h"
 #include "json/cjson_access.h"
+#include "json/cjson_handle.h"
 #include "json/label_files.h"
 #include "json/sections.h"
 #include "logicalio/device_names.h"
@@ -50,7 +52,7 @@ std::string outputKeyFromName(std::string_view inputName) {
   return inputName.find(kDestinationsInput) != std::string_view::npos ? kDestinationsOutput : "";
 }
 
-PackedModel readLegacyDocument(CJsonHandle document, const std::string& sourceDir,
+PackedModel readLegacyDocument(const CJsonDocument& document, const std::string& sourceDir,
                                TimePoint& stageStart) {
   PackedModel model;
   const TableKind& kind = legacyKindOf(*document);
@@ -72,10 +74,10 @@ PackedModel readLegacyDocument(CJsonHandle document, const std::string& sourceDi
 PackedModel readLegacyText(const std::string& sourceDir, const std::string& inputName,
                            const std::string& inputText) {
   TimePoint stageStart = now();
-  CJsonHandle document = parseCJson(inputText);
+  const CJsonDocument document = parseCJson(inputText);
   logElapsed(stageStart, "parsed JSON");
   if (document) {
-    return readLegacyDocument(std::move(document), sourceDir, stageStart);
+    return readLegacyDocument(document, sourceDir, stageStart);
   }
   PackedModel model;
   model.outputKey = outputKeyFromName(inputName);
@@ -84,17 +86,15 @@ PackedModel readLegacyText(const std::string& sourceDir, const std::string& inpu
 
 PackedTexts printPacked(PackedModel& model) {
   TimePoint stageStart = now();
-  CJsonHandle logicalIO = packRecords(model);
+  const std::vector<std::uint32_t> packedPorts = packPorts(model);
   logElapsed(stageStart, "Bit Packing");
-  CJsonHandle document = portsDocument(model, std::move(logicalIO));
-  logElapsed(stageStart, "Added Container Details");
   PackedTexts texts;
-  texts.ports = printCJson(*document);
-  document.reset();
+  texts.ports = portsText(model, packedPorts);
+  logElapsed(stageStart, "Added Container Details");
+  texts.labels = labelsText(model);
+  texts.categories = categoriesText(model);
+  texts.hash = hashText(model.topLevelKey, valuesOf(model.fingerprints));
   logElapsed(stageStart, "Serialized JSON");
-  texts.labels = printCJson(*labelsDocument(model));
-  texts.categories = printCJson(*categoriesDocument(model));
-  texts.hash = printCJson(*hashDocument(model.topLevelKey, valuesOf(model.fingerprints)));
   return texts;
 }
 

@@ -1,8 +1,6 @@
 #include "logicalio/packed_writer.h"
 
-#include <utility>
-
-#include "json/cjson_access.h"
+#include "json/formatted_json.h"
 #include "logicalio/keys.h"
 
 // Layout, in this order of members:
@@ -20,119 +18,176 @@
 namespace quenfold {
 namespace {
 
-CJsonHandle documentOf(const std::string& key, CJsonHandle content) {
-  CJsonHandle document = cjsonObject();
-  addMember(*document, key, std::move(content));
-  return document;
+/// The two levels that every document has: the table's key, then the table's members.
+FormattedJson beginDocument(std::string_view tableKey) {
+  FormattedJson json;
+  json.beginObject();
+  json.key(tableKey);
+  json.beginObject();
+  return json;
 }
 
-CJsonHandle packPorts(const LogicalIORecord& record, const PortDict& dict,
-                      Fingerprints& fingerprints) {
-  CJsonHandle ports = cjsonArray();
-  if (record.ports.empty()) {
-    return ports;
+std::string endDocument(FormattedJson& json) {
+  json.endObject();
+  json.endObject();
+  return json.take();
+}
+
+void writeVersion(FormattedJson& json) {
+  json.key(kVersionKey);
+  json.number(kTableVersion);
+}
+
+void writeLevelKeys(FormattedJson& json, const std::vector<std::int32_t>& levelKeys) {
+  json.key(kLevelKeysKey);
+  json.beginArray();
+  for (const std::int32_t levelKey : levelKeys) {
+    json.number(levelKey);
   }
-  VelDB::Hash& fingerprint = fingerprintOf(fingerprints, kPortKey);
-  for (const std::string& idKey : record.ports) {
+  json.endArray();
+}
+
+void writeFingerprints(FormattedJson& json, const FingerprintValues& values) {
+  json.key(kHashKey);
+  json.beginObject();
+  for (const auto& [name, value] : values) {
+    json.key(name);
+    json.number(value);
+  }
+  json.endObject();
+}
+
+using PackedPort = std::vector<std::uint32_t>::const_iterator;
+
+/// `next` is the record's first packed number, and then the one after its last.
+void writePorts(FormattedJson& json, const std::vector<std::string>& idKeys, PackedPort& next) {
+  json.key(kPortKey);
+  json.beginArray();
+  for (const std::string& idKey : idKeys) {
     if (idKey.empty()) {
-      fingerprint.hashAdd(std::uint32_t{0});
-      addElement(*ports, cjsonString(idKey));
+      json.string(idKey);
     } else {
-      const std::uint64_t packed = dict.packIdKey(idKey);
-      fingerprint.hashAdd(packed);
-      addElement(*ports, cjsonNumber(static_cast<double>(packed)));
+      json.number(*next++);
     }
   }
-  return ports;
+  json.endArray();
 }
 
-/// Everything of a record but its ports, its name and its categories.
-CJsonHandle packFields(const LogicalIORecord& record) {
-  CJsonHandle entry = cjsonObject();
-  addMember(*entry, kIdKey, cjsonNumber(record.id));
+/// Everything of a record but its name and its categories.
+void writeRecord(FormattedJson& json, const LogicalIORecord& record, PackedPort& next) {
+  json.beginObject();
+  json.key(kIdKey);
+  json.number(record.id);
   if (!record.tally.empty()) {
-    addMember(*entry, kTallyKey, cjsonString(record.tally));
+    json.key(kTallyKey);
+    json.string(record.tally);
   }
   if (record.redirect != kNoRedirect) {
-    addMember(*entry, kRedirectKey, cjsonNumber(record.redirect));
+    json.key(kRedirectKey);
+    json.number(record.redirect);
   }
   if (!record.description.empty()) {
-    addMember(*entry, kDescriptionKey, cjsonString(record.description));
+    json.key(kDescriptionKey);
+    json.string(record.description);
   }
-  return entry;
+  writePorts(json, record.ports, next);
+  json.endObject();
 }
 
-CJsonHandle pairOf(std::int32_t id, CJsonHandle value) {
-  CJsonHandle pair = cjsonArray();
-  addElement(*pair, cjsonNumber(id));
-  addElement(*pair, std::move(value));
-  return pair;
-}
-
-CJsonHandle categoriesOf(const LogicalIORecord& record) {
-  CJsonHandle entries = cjsonArray();
-  for (const CatEntry& entry : record.categories) {
-    addElement(*entries, entry.isText ? cjsonString(entry.text) : cjsonNumber(entry.number));
+void writeCategories(FormattedJson& json, const std::vector<CatEntry>& categories) {
+  json.beginArray();
+  for (const CatEntry& entry : categories) {
+    if (entry.isText) {
+      json.string(entry.text);
+    } else {
+      json.number(entry.number);
+    }
   }
-  return entries;
+  json.endArray();
 }
 
 /// The head that both side files share: version and one fingerprint.
-CJsonHandle sideTable(const PackedModel& model, const char* fingerprint) {
-  CJsonHandle table = cjsonObject();
-  addMember(*table, kVersionKey, cjsonNumber(kTableVersion));
-  addMember(*table, kHashKey, cjsonNumber(fingerprintValue(model.fingerprints, fingerprint)));
-  return table;
+void writeSideHead(FormattedJson& json, const PackedModel& model, const char* fingerprint) {
+  writeVersion(json);
+  json.key(kHashKey);
+  json.number(fingerprintValue(model.fingerprints, fingerprint));
 }
 
 }  // namespace
 
-CJsonHandle packRecords(PackedModel& model) {
-  CJsonHandle records = cjsonArray();
+std::vector<std::uint32_t> packPorts(PackedModel& model) {
+  std::vector<std::uint32_t> packed;
   for (const LogicalIORecord& record : model.records) {
-    CJsonHandle entry = packFields(record);
-    addMember(*entry, kPortKey, packPorts(record, model.portDict, model.fingerprints));
-    addElement(*records, std::move(entry));
-  }
-  return records;
-}
-
-CJsonHandle portsDocument(const PackedModel& model, CJsonHandle logicalIO) {
-  CJsonHandle table = cjsonObject();
-  addMember(*table, kVersionKey, cjsonNumber(kTableVersion));
-  addMember(*table, kPortDictKey, model.portDict.toJson());
-  addMember(*table, kLevelKeysKey, cjsonIntArray(model.levelKeys));
-  addMember(*table, kHashKey, labelMapToJson(valuesOf(model.fingerprints)));
-  addMember(*table, kLogicalIOKey, std::move(logicalIO));
-  return documentOf(model.outputKey, std::move(table));
-}
-
-CJsonHandle labelsDocument(const PackedModel& model) {
-  CJsonHandle labels = cjsonArray();
-  for (const LogicalIORecord& record : model.records) {
-    addElement(*labels, pairOf(record.id, cjsonString(record.name)));
-  }
-  CJsonHandle table = sideTable(model, kNameKey);
-  addMember(*table, kLabelsKey, std::move(labels));
-  return documentOf(model.outputKey + kLabelsTable, std::move(table));
-}
-
-CJsonHandle categoriesDocument(const PackedModel& model) {
-  CJsonHandle categories = cjsonArray();
-  for (const LogicalIORecord& record : model.records) {
-    if (!record.categories.empty()) {
-      addElement(*categories, pairOf(record.id, categoriesOf(record)));
+    if (record.ports.empty()) {
+      continue;
+    }
+    VelDB::Hash& fingerprint = fingerprintOf(model.fingerprints, kPortKey);
+    for (const std::string& idKey : record.ports) {
+      if (idKey.empty()) {
+        fingerprint.hashAdd(std::uint32_t{0});
+      } else {
+        const std::uint64_t number = model.portDict.packIdKey(idKey);
+        fingerprint.hashAdd(number);
+        packed.push_back(static_cast<std::uint32_t>(number));
+      }
     }
   }
-  CJsonHandle table = sideTable(model, kCategoryKey);
-  addMember(*table, kLegacyCategoriesKey, std::move(categories));
-  return documentOf(model.outputKey + kLegacyCategoriesTable, std::move(table));
+  return packed;
 }
 
-CJsonHandle hashDocument(const std::string& topLevelKey, const FingerprintValues& values) {
-  CJsonHandle table = cjsonObject();
-  addMember(*table, kHashKey, labelMapToJson(values));
-  return documentOf(topLevelKey, std::move(table));
+std::string portsText(const PackedModel& model, const std::vector<std::uint32_t>& packedPorts) {
+  FormattedJson json = beginDocument(model.outputKey);
+  writeVersion(json);
+  json.key(kPortDictKey);
+  model.portDict.toJson(json);
+  writeLevelKeys(json, model.levelKeys);
+  writeFingerprints(json, valuesOf(model.fingerprints));
+  json.key(kLogicalIOKey);
+  json.beginArray();
+  PackedPort next = packedPorts.begin();
+  for (const LogicalIORecord& record : model.records) {
+    writeRecord(json, record, next);
+  }
+  json.endArray();
+  return endDocument(json);
+}
+
+std::string labelsText(const PackedModel& model) {
+  FormattedJson json = beginDocument(model.outputKey + kLabelsTable);
+  writeSideHead(json, model, kNameKey);
+  json.key(kLabelsKey);
+  json.beginArray();
+  for (const LogicalIORecord& record : model.records) {
+    json.beginArray();
+    json.number(record.id);
+    json.string(record.name);
+    json.endArray();
+  }
+  json.endArray();
+  return endDocument(json);
+}
+
+std::string categoriesText(const PackedModel& model) {
+  FormattedJson json = beginDocument(model.outputKey + kLegacyCategoriesTable);
+  writeSideHead(json, model, kCategoryKey);
+  json.key(kLegacyCategoriesKey);
+  json.beginArray();
+  for (const LogicalIORecord& record : model.records) {
+    if (!record.categories.empty()) {
+      json.beginArray();
+      json.number(record.id);
+      writeCategories(json, record.categories);
+      json.endArray();
+    }
+  }
+  json.endArray();
+  return endDocument(json);
+}
+
+std::string hashText(const std::string& topLevelKey, const FingerprintValues& values) {
+  FormattedJson json = beginDocument(topLevelKey);
+  writeFingerprints(json, values);
+  return endDocument(json);
 }
 
 }  // namespace quenfold

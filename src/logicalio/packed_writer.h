@@ -1,20 +1,23 @@
 #pragma once
 
-#include "json/cjson_handle.h"
+#include <cstdint>
+#include <string>
+#include <vector>
+
 #include "logicalio/packed_model.h"
 
 namespace quenfold {
 
-/// The "logicalIO" array: each record with its ports as packed numbers, "" for an empty port. Adds
-/// them to the fingerprint "port". Throws std::bad_alloc, as all of these do.
-CJsonHandle packRecords(PackedModel& model);
+/// The packed numbers of all ports but the empty ones, record after record. Adds every port to the
+/// fingerprint "port". Throws std::bad_alloc, as all of these do.
+std::vector<std::uint32_t> packPorts(PackedModel& model);
 
-/// The document of the "...Ports.json" file around that array.
-CJsonHandle portsDocument(const PackedModel& model, CJsonHandle logicalIO);
+/// The "...Ports.json" text of the records with those numbers.
+std::string portsText(const PackedModel& model, const std::vector<std::uint32_t>& packedPorts);
 
-/// The documents of the "...Labels.json", "...LegacyCategories.json" and ".hash" files.
-CJsonHandle labelsDocument(const PackedModel& model);
-CJsonHandle categoriesDocument(const PackedModel& model);
-CJsonHandle hashDocument(const std::string& topLevelKey, const FingerprintValues& values);
+/// The "...Labels.json", "...LegacyCategories.json" and ".hash" texts.
+std::string labelsText(const PackedModel& model);
+std::string categoriesText(const PackedModel& model);
+std::string hashText(const std::string& topLevelKey, const FingerprintValues& values);
 
 }  // namespace quenfold

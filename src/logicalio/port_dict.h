@@ -8,7 +8,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "json/cjson_handle.h"
+#include "json/formatted_json.h"
 #include "logicalio/port_key.h"
 #include "logicalio/ref_map.h"
 
@@ -48,21 +48,27 @@ struct PortDict {
   /// The packed number of a port, below 2^32; bits beyond that are lost.
   [[nodiscard]] std::uint64_t packIdKey(std::string_view idKey) const;
 
+  /// The fields of a packed number.
+  [[nodiscard]] PortKeyIds splitFields(std::uint64_t value) const;
+
   /// The port key of a packed number. An id without a name leaves its text empty.
   [[nodiscard]] std::string unpackToPortKey(std::uint64_t value) const;
 
   /// As `VelDB::RefMap::rename` on the devices.
   int renameDevice(std::string_view from, std::string_view to) { return device.rename(from, to); }
 
-  /// The "portDict" object. Throws std::bad_alloc.
-  [[nodiscard]] CJsonHandle toJson() const;
+  /// Writes the "portDict" object. Throws std::bad_alloc.
+  void toJson(FormattedJson& json) const;
 
   /// Loads a "portDict" object. EINVAL, and nothing changed, without "version" or "refMaps".
   /// Without a "bitPacking" string only the version is loaded.
   std::error_code fromJson(const cJSON& root);
 
-  /// [["ch", width], ...] by `PortField`. Throws std::bad_alloc.
-  [[nodiscard]] CJsonHandle widthsToJson() const;
+  /// Writes [["ch", width], ...] by `PortField`. Throws std::bad_alloc.
+  void widthsToJson(FormattedJson& json) const;
 };
+
+/// The name of that slot in a file that lists none.
+std::string impliedSlotName(std::uint64_t id);
 
 }  // namespace quenfold

@@ -1,7 +1,5 @@
 #include "logicalio/port_key.h"
 
-#include <fmt/core.h>
-
 #include <algorithm>
 #include <charconv>
 #include <limits>
@@ -9,6 +7,8 @@
 
 namespace quenfold {
 namespace {
+
+using namespace std::string_view_literals;
 
 constexpr std::size_t kPortKeyCapacity = 191;
 constexpr std::size_t kTextCapacity = 63;
@@ -118,9 +118,32 @@ std::optional<PortKeyText> scanPortKey(std::string_view key) {
   return scanned ? std::optional(fields) : std::nullopt;
 }
 
+void appendPortKeyHead(fmt::memory_buffer& key, std::string_view device, std::string_view slot,
+                       std::string_view portPrefix) {
+  key.append(device);
+  key.push_back('.');
+  key.append(slot);
+  key.push_back('.');
+  key.append(portPrefix);
+  key.push_back('[');
+}
+
+void appendPortKeyTail(fmt::memory_buffer& key, std::int32_t portId, std::string_view type,
+                       std::int32_t ch) {
+  const fmt::format_int portIdDigits(portId);
+  const fmt::format_int chDigits(ch);
+  key.append(portIdDigits.data(), portIdDigits.data() + portIdDigits.size());
+  key.append("]."sv);
+  key.append(type);
+  key.append(".ch"sv);
+  key.append(chDigits.data(), chDigits.data() + chDigits.size());
+}
+
 std::string printPortKey(const PortKeyText& fields) {
-  return fmt::format("{}.{}.{}[{}].{}.ch{}", fields.device, fields.slot, fields.portPrefix,
-                     fields.portId, fields.type, fields.ch);
+  fmt::memory_buffer key;
+  appendPortKeyHead(key, fields.device, fields.slot, fields.portPrefix);
+  appendPortKeyTail(key, fields.portId, fields.type, fields.ch);
+  return fmt::to_string(key);
 }
 
 PortKeyIds scanIdKey(std::string_view key) {

@@ -93,15 +93,15 @@ void RefMap::clear() {
   idToName_.clear();
 }
 
-quenfold::CJsonHandle RefMap::toJson() const {
-  quenfold::CJsonHandle entries = quenfold::cjsonArray();
+void RefMap::toJson(quenfold::FormattedJson& json) const {
+  json.beginArray();
   for (const auto& [id, name] : idToName_) {
-    quenfold::CJsonHandle entry = quenfold::cjsonArray();
-    addElement(*entry, quenfold::cjsonNumber(id));
-    addElement(*entry, quenfold::cjsonString(name));
-    addElement(*entries, std::move(entry));
+    json.beginArray();
+    json.number(id);
+    json.string(name);
+    json.endArray();
   }
-  return entries;
+  json.endArray();
 }
 
 void RefMap::fromJson(const cJSON& array) {

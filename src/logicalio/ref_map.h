@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "json/cjson_handle.h"
+#include "json/formatted_json.h"
 
 namespace VelDB {
 
@@ -51,8 +51,8 @@ class RefMap {
 
   void clear();
 
-  /// [[id, name], ...] in ascending order of the ids. Throws std::bad_alloc.
-  [[nodiscard]] quenfold::CJsonHandle toJson() const;
+  /// Writes [[id, name], ...] in ascending order of the ids. Throws std::bad_alloc.
+  void toJson(quenfold::FormattedJson& json) const;
 
   /// Replaces everything. Children that are no [id, name] are skipped; ids are cut toward zero and
   /// limited to 32 bits, negative ones become 0; a later entry replaces an earlier one.

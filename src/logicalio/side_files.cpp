@@ -9,6 +9,7 @@
 #include "app/error.h"
 #include "app/files.h"
 #include "json/cjson_access.h"
+#include "json/cjson_handle.h"
 #include "logicalio/keys.h"
 
 namespace quenfold {
@@ -48,7 +49,7 @@ std::uint32_t idOfPair(const cJSON& pair) {
 }
 
 LabelMap readLabelMap(const std::string& path) {
-  const CJsonHandle document = parseCJson(readFile(path));
+  const CJsonDocument document = parseCJson(readFile(path));
   LabelMap labels;
   const cJSON& list = sideListOf(document.get(), kLabelsKey);
   for (const cJSON* pair = list.child; pair != nullptr; pair = pair->next) {
@@ -66,6 +67,7 @@ std::vector<CatEntry> readCatEntries(const cJSON& list) {
     throw runtimeError("category is not array");
   }
   std::vector<CatEntry> entries;
+  entries.reserve(static_cast<std::size_t>(cJSON_GetArraySize(&list)));
   for (const cJSON* item = list.child; item != nullptr; item = item->next) {
     entries.push_back(readCatEntry(item));
   }
@@ -73,7 +75,7 @@ std::vector<CatEntry> readCatEntries(const cJSON& list) {
 }
 
 LegacyCategoryMap readLegacyCategoryMap(const std::string& path) {
-  const CJsonHandle document = parseCJson(readFile(path));
+  const CJsonDocument document = parseCJson(readFile(path));
   LegacyCategoryMap categories;
   const cJSON& list = sideListOf(document.get(), kLegacyCategoriesKey);
   for (const cJSON* pair = list.child; pair != nullptr; pair = pair->next) {

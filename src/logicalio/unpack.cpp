@@ -7,6 +7,7 @@
 #include "app/files.h"
 #include "app/stage_timer.h"
 #include "json/cjson_access.h"
+#include "json/cjson_handle.h"
 #include "json/label_files.h"
 #include "json/sections.h"
 #include "logicalio/device_names.h"
@@ -36,9 +37,9 @@ struct UnpackedTable {
   throw runtimeError("JSON Parse Error: {}\n", rest.substr(0, kShown));
 }
 
-CJsonHandle parsePackedText(const std::string& text, TimePoint& stageStart) {
+CJsonDocument parsePackedText(const std::string& text, TimePoint& stageStart) {
   stageStart = now();
-  CJsonHandle document = parseCJson(text);
+  CJsonDocument document = parseCJson(text);
   if (!document) {
     throwParseError();
   }
@@ -63,7 +64,7 @@ void loadLabelFiles(const std::string& directory, PackedContext& context) {
 
 UnpackedTable readPackedFiles(const std::string& stem, const std::string& directory,
                               TimePoint& stageStart) {
-  const CJsonHandle document =
+  const CJsonDocument document =
       parsePackedText(readFile(joinPath(directory, stem + kPortsFile)), stageStart);
   UnpackedTable unpacked;
   unpacked.kind = &packedKindOf(*document);
@@ -90,15 +91,14 @@ UnpackedTable readPackedFiles(const std::string& stem, const std::string& direct
 std::pair<std::string, std::string> convertPackedToVelmora(const std::string& stem,
                                                            const std::string& directory) {
   TimePoint stageStart = now();
-  UnpackedTable table = readPackedFiles(stem, directory, stageStart);
-  CJsonHandle entries = legacyEntries(std::move(table.records), *table.kind, table.levelCount);
+  const UnpackedTable table = readPackedFiles(stem, directory, stageStart);
+  std::string legacy = legacyText(table.records, *table.kind, table.levelCount);
   logElapsed(stageStart, "Created velmora JSON object");
-  const CJsonHandle document = legacyDocument(*table.kind, std::move(entries));
-  const CJsonHandle hashes = hashDocument(table.kind->topLevelKey, table.fingerprints);
+  std::string hash = hashText(table.kind->topLevelKey, table.fingerprints);
   logElapsed(stageStart, "Added Container Details");
-  std::pair<std::string, std::string> texts(printCJson(*document), printCJson(*hashes));
+  // The texts are serialised as they are built.
   logElapsed(stageStart, "Serialized JSON");
-  return texts;
+  return {std::move(legacy), std::move(hash)};
 }
 
 }  // namespace quenfold

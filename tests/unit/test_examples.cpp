@@ -102,7 +102,7 @@ TEST(Examples, DestinationsNamePortsOfEveryKind) {
 
 TEST(Examples, LogicalTablesHaveThePrintedLayout) {
   for (const char* const file : {"sources.json", "destinations.json"}) {
-    const CJsonHandle tree = parseCJson(exampleText(file));
+    const CJsonDocument tree = parseCJson(exampleText(file));
     ASSERT_TRUE(tree) << file;
     std::string printed;
     for (const std::string& line : split(printCJson(*tree), '\n')) {

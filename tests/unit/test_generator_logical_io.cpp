@@ -23,7 +23,7 @@ TEST(GeneratorLogicalTable, HasThePrintedLayout) {
     const Plant plant = plantOf(2000, 9, messy);
     for (const Direction direction : {Direction::source, Direction::destination}) {
       const std::string text = tableTextOf(plant, direction);
-      const CJsonHandle tree = parseCJson(text);
+      const CJsonDocument tree = parseCJson(text);
       ASSERT_TRUE(tree);
       EXPECT_EQ(printCJson(*tree), text);
     }

@@ -44,7 +44,12 @@ TEST(ParseCJson, IsBoundedInDepth) {
 }
 
 TEST(ParseCJson, RunningOutOfMemoryIsNoSyntaxError) {
-  const std::string text = R"({"name": [1, "text", {"a": null}]})";
+  // More numbers than a block holds nodes, and a text that gets memory of its own.
+  std::string text = R"({"name": [1, "text", {"a": null}], "numbers": [0)";
+  for (int number = 0; number < 2000; ++number) {
+    text += ",0";
+  }
+  text += R"(], "long": ")" + std::string(100000, 'x') + "\"}";
   std::size_t allowed = 0;
   for (bool whole = false; !whole; ++allowed) {
     const test::FailingMalloc exhausted(allowed);
@@ -55,8 +60,8 @@ TEST(ParseCJson, RunningOutOfMemoryIsNoSyntaxError) {
       EXPECT_TRUE(test::FailingMalloc::hasFailed()) << allowed;
     }
   }
-  // Six values, two names and a text at least, and the last round.
-  EXPECT_GE(allowed, 10U);
+  // Two blocks and the long text at least, and the last round.
+  EXPECT_GE(allowed, 4U);
 }
 
 TEST(ParseCJson, ASyntaxErrorStaysOneAfterAFailure) {
@@ -65,6 +70,20 @@ TEST(ParseCJson, ASyntaxErrorStaysOneAfterAFailure) {
     EXPECT_THROW(parseCJson("[1]"), std::bad_alloc);
   }
   EXPECT_EQ(parseCJson("[1"), nullptr);
+}
+
+TEST(ParseCJson, DocumentsLiveSideBySideAndWithoutTheirTexts) {
+  CJsonDocument first = parseCJson(R"({"a": ["one", 1]})");
+  const CJsonDocument failed = parseCJson(R"({"b": ["two", )");
+  const CJsonDocument second = parseCJson(R"({"c": ["three", 3]})");
+  const CJsonHandle built = cjsonString("built");
+  EXPECT_EQ(failed, nullptr);
+  EXPECT_EQ(printCJson(*first), "{\n\t\"a\":\t[\"one\", 1]\n}");
+  first = parseCJson("[4]");
+  EXPECT_EQ(printCJson(*first), "[4]");
+  first.reset();
+  EXPECT_EQ(printCJson(*second), "{\n\t\"c\":\t[\"three\", 3]\n}");
+  EXPECT_EQ(printCJson(*built), "\"built\"");
 }
 
 TEST(BuildingCJson, ThrowsWithoutMemory) {

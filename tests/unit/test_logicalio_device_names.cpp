@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "logicalio/device_names.h"
+#include "support/written_json.h"
 
 namespace quenfold {
 namespace {
@@ -19,7 +20,7 @@ PortDict dictOf(std::initializer_list<const char*> names) {
   return dict;
 }
 
-std::string namesOf(const PortDict& dict) { return printCJson(*dict.device.toJson()); }
+std::string namesOf(const PortDict& dict) { return test::jsonOf(dict.device); }
 
 TEST(LabelOfDevice, TakesTheFirstDeviceOfAnId) {
   const DeviceMapper label = labelOfDevice(devices());

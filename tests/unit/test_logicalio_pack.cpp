@@ -33,7 +33,7 @@ std::string sourcesOf(const std::string& entries) {
 
 /// What packing writes, without any blanks between the tokens.
 std::string compact(const LogicalIOFolder& folder, const char* name) {
-  const CJsonHandle document = parseCJson(folder.bytesOf(name));
+  const CJsonDocument document = parseCJson(folder.bytesOf(name));
   const std::unique_ptr<char, void (*)(void*)> text(cJSON_PrintUnformatted(document.get()),
                                                     cJSON_free);
   return text.get();
@@ -43,7 +43,7 @@ std::string compact(const LogicalIOFolder& folder, const char* name) {
 std::string packedMember(const std::string& input, const char* member) {
   const LogicalIOFolder folder;
   folder.pack(input);
-  const CJsonHandle document = parseCJson(folder.bytesOf("logicalSourcesPorts.json"));
+  const CJsonDocument document = parseCJson(folder.bytesOf("logicalSourcesPorts.json"));
   const cJSON* const value = cJSON_GetObjectItem(document->child, member);
   const std::unique_ptr<char, void (*)(void*)> text(cJSON_PrintUnformatted(value), cJSON_free);
   return text.get();
@@ -538,7 +538,8 @@ TEST(PackLogicalIO, RunningOutOfMemoryWritesNoFile) {
       EXPECT_FALSE(folder.has("Ports.json")) << allowed;
     }
   }
-  EXPECT_GT(allowed, 50U);
+  // The three parsed texts at least, and the last round.
+  EXPECT_GE(allowed, 4U);
 }
 
 // Stages

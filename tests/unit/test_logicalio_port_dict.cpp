@@ -2,7 +2,9 @@
 
 #include <initializer_list>
 
+#include "json/cjson_handle.h"
 #include "logicalio/port_dict.h"
+#include "support/written_json.h"
 
 namespace quenfold {
 namespace {
@@ -195,7 +197,7 @@ TEST(RenameDevice, ChangesOnlyTheName) {
 
 TEST(PortDictToJson, WritesVersionMapsAndLayout) {
   const PortDict dict = dictOf({"devA.slot0.in[12].mic.ch3", "devB.slot0.in[1].mic.ch0"});
-  EXPECT_EQ(printCJson(*dict.toJson()),
+  EXPECT_EQ(test::jsonOf(dict),
             "{\n"
             "\t\"version\":\t2,\n"
             "\t\"refMaps\":\t{\n"
@@ -213,11 +215,11 @@ TEST(PortDictToJson, WritesTheWidthsGiven) {
   PortDict dict;
   dict.version = 7;
   dict.bits = {2, 1, 4, 1, 2, 3};
-  const CJsonHandle json = dict.toJson();
-  EXPECT_EQ(cJSON_GetObjectItem(json.get(), "version")->valueint, 2);
-  EXPECT_STREQ(cJSON_GetObjectItem(json.get(), "bitPacking")->valuestring,
+  const CJsonDocument written = parseCJson(test::jsonOf(dict));
+  EXPECT_EQ(cJSON_GetObjectItem(written.get(), "version")->valueint, 2);
+  EXPECT_STREQ(cJSON_GetObjectItem(written.get(), "bitPacking")->valuestring,
                "${device,3}.${slot,2}.${port_prefix,1}[#{port_id,4}].${type,1}.ch#{ch,2}");
-  EXPECT_EQ(printCJson(*dict.widthsToJson()),
+  EXPECT_EQ(test::writtenJson([&](FormattedJson& json) { dict.widthsToJson(json); }),
             "[[\"ch\", 2], [\"type\", 1], [\"port_id\", 4], [\"port_prefix\", 1], [\"slot\", 2], "
             "[\"device\", 3]]");
 }
@@ -225,11 +227,11 @@ TEST(PortDictToJson, WritesTheWidthsGiven) {
 TEST(PortDictFromJson, IsTheReverseOfWriting) {
   const PortDict dict = dictOf(
       {"devA.slot0.in[12].mic.ch3", "devB.slot3.in[1].mic.ch0", "devC.slot3.out[1].line.ch0"});
-  const PortDict copy = loaded(printCJson(*dict.toJson()));
+  const PortDict copy = loaded(test::jsonOf(dict));
   EXPECT_EQ(copy.bits, dict.bits);
   EXPECT_EQ(copy.shift, dict.shift);
   EXPECT_EQ(copy.mask, dict.mask);
-  EXPECT_EQ(printCJson(*copy.toJson()), printCJson(*dict.toJson()));
+  EXPECT_EQ(test::jsonOf(copy), test::jsonOf(dict));
 }
 
 TEST(PortDictFromJson, WantsVersionAndRefMaps) {
@@ -280,10 +282,10 @@ TEST(PortDictFromJson, AnEmptyLayoutLeavesTheWidths) {
 
 TEST(PortDictFromJson, NamesTheSlotsThatAreNotListed) {
   const PortDict dict = withLayout("${slot,2}#{ch,1}");
-  EXPECT_EQ(printCJson(*dict.slot.toJson()),
+  EXPECT_EQ(test::jsonOf(dict.slot),
             "[[0, \"slot0\"], [1, \"slot1\"], [2, \"slot2\"], [3, \"slot3\"]]");
   EXPECT_EQ(dict.unpackToPortKey(7), "d.slot3.in[0].t.ch1");
-  EXPECT_EQ(printCJson(*withLayout("#{ch,1}").slot.toJson()), "[[0, \"slot0\"]]");
+  EXPECT_EQ(test::jsonOf(withLayout("#{ch,1}").slot), "[[0, \"slot0\"]]");
 }
 
 TEST(PortDictFromJson, AnAbsurdSlotWidthFillsNoMemory) {

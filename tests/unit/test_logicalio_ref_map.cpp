@@ -2,7 +2,9 @@
 
 #include <type_traits>
 
+#include "json/cjson_handle.h"
 #include "logicalio/ref_map.h"
+#include "support/written_json.h"
 
 namespace VelDB {
 namespace {
@@ -39,7 +41,7 @@ TEST(RefMap, AddGivesConsecutiveIds) {
   EXPECT_EQ(map.size(), 2U);
   EXPECT_EQ(map.idOf("y"), 1U);
   EXPECT_EQ(*map.nameOf(0), "x");
-  EXPECT_EQ(quenfold::printCJson(*map.toJson()), "[[0, \"x\"], [1, \"y\"]]");
+  EXPECT_EQ(quenfold::test::jsonOf(map), "[[0, \"x\"], [1, \"y\"]]");
 }
 
 TEST(RefMap, TellsWhatItContains) {

@@ -128,8 +128,8 @@ TEST_P(GeneratedRoundTrip, RecordsComeBack) {
   const auto [seed, direction] = GetParam();
   const GeneratedTable table(seed, false, direction);
   table.folder.pack(table.legacy);
-  const CJsonHandle before = parseCJson(table.legacy);
-  const CJsonHandle after = parseCJson(table.folder.unpack(table.stem).first);
+  const CJsonDocument before = parseCJson(table.legacy);
+  const CJsonDocument after = parseCJson(table.folder.unpack(table.stem).first);
   const bool sources = direction == generator::Direction::source;
   ASSERT_GT(cJSON_GetArraySize(recordsOf(*before, sources)), 20);
   EXPECT_TRUE(cJSON_Compare(recordsOf(*before, sources), recordsOf(*after, sources), 1));

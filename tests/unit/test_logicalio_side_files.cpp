@@ -136,7 +136,7 @@ TEST(SideFiles, RunningOutOfMemoryIsNoFaultOfTheFile) {
   const test::ScratchFolder scratch;
   const std::string labels = scratch.file("labels", R"({"x": {"labels": [[1, "a"]]}})");
   const std::string categories = scratch.file("cats", R"({"x": {"legacyCategories": []}})");
-  const test::FailingMalloc exhausted(3);
+  const test::FailingMalloc exhausted(0);
   EXPECT_THROW(parseLabelMap(labels), std::bad_alloc);
   EXPECT_THROW(parseLegacyCategoryMap(categories), std::bad_alloc);
 }

@@ -60,7 +60,7 @@ std::string tableOf(const std::string& entries) {
 std::string entriesOf(const std::string& ports, std::string_view labels = kLabels,
                       std::string_view categories = kCategories) {
   const PackedFolder folder(ports, labels, categories);
-  const CJsonHandle document = parseCJson(folder.unpack("s").first);
+  const CJsonDocument document = parseCJson(folder.unpack("s").first);
   const std::unique_ptr<char, void (*)(void*)> text(
       cJSON_PrintUnformatted(document->child->child->next), cJSON_free);
   return text.get();
@@ -70,7 +70,7 @@ std::string entriesOf(const std::string& ports, std::string_view labels = kLabel
 std::string memberOf(const std::string& entry, const char* name,
                      std::string_view categories = kCategories) {
   const PackedFolder folder(tableOf(entry), kLabels, categories);
-  const CJsonHandle document = parseCJson(folder.unpack("s").first);
+  const CJsonDocument document = parseCJson(folder.unpack("s").first);
   const cJSON* const legacy = document->child->child->next->child;
   const std::unique_ptr<char, void (*)(void*)> text(
       cJSON_PrintUnformatted(cJSON_GetObjectItem(legacy, name)), cJSON_free);
@@ -219,7 +219,7 @@ TEST(UnpackLogicalIO, StoredHashesAreNotCompared) {
 
 TEST(ParsePackedLogicalIOTable, WantsTheTable) {
   const PackedContext context;
-  const CJsonHandle table = parseCJson(R"({"x": 1})");
+  const CJsonDocument table = parseCJson(R"({"x": 1})");
   const char* const message = "parsePackedLogicalIOTable: logical IO table not found";
   EXPECT_EQ(test::messageOf([&] { parsePackedLogicalIOTable(table.get(), context); }), message);
   EXPECT_EQ(test::messageOf([&] { parsePackedLogicalIOTable(nullptr, context); }), message);
@@ -319,7 +319,7 @@ TEST(UnpackLogicalIO, WhatIsNoNumberIsAGap) {
 TEST(UnpackLogicalIO, PackedPortsSaturate) {
   const auto portHash = [](const char* port) {
     const PackedFolder folder(tableOf(R"({"id": 7, "port": [)" + std::string(port) + "]}"));
-    const CJsonHandle document = parseCJson(folder.unpack("s").second);
+    const CJsonDocument document = parseCJson(folder.unpack("s").second);
     return cJSON_GetObjectItem(document->child->child, "port")->valuedouble;
   };
   EXPECT_EQ(memberOf(R"({"id": 7, "port": [-5, 1e300, 5.9]})", "val"),
@@ -390,7 +390,8 @@ TEST(UnpackLogicalIO, RunningOutOfMemoryIsNoParseError) {
               }),
               "");
   }
-  EXPECT_GT(allowed, 50U);
+  // The three packed texts at least, and the last round.
+  EXPECT_GE(allowed, 4U);
 }
 
 TEST(UnpackLogicalIO, UnpacksManyRecords) {
