@@ -11,6 +11,7 @@
 namespace quenfold {
 namespace {
 
+constexpr std::size_t kTabs = 2;  // where they begin in the start of a member's line
 constexpr std::size_t kBytes = 256;
 
 /// By byte: whether it does not stand for itself in a quoted text.
@@ -52,23 +53,21 @@ void FormattedJson::endObject() {
   if (!first_) {
     text_ += '\n';
   }
-  text_.append(--depth_, '\t') += '}';
+  lineStart_.pop_back();
+  text_.append(lineStart_, kTabs) += '}';
   first_ = false;
 }
 
 void FormattedJson::beginArray() { open('['); }
 
 void FormattedJson::endArray() {
-  --depth_;
+  lineStart_.pop_back();
   text_ += ']';
   first_ = false;
 }
 
 void FormattedJson::key(std::string_view name) {
-  if (!first_) {
-    text_ += ",\n";
-  }
-  text_.append(depth_, '\t');
+  text_.append(lineStart_, first_ ? kTabs : 0);
   quoted(name);
   text_ += ":\t";
   afterKey_ = true;
@@ -82,7 +81,7 @@ void FormattedJson::string(std::string_view text) {
 void FormattedJson::open(char bracket) {
   beforeValue();
   text_ += bracket;
-  ++depth_;
+  lineStart_ += '\t';
   first_ = true;
 }
 

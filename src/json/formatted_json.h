@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -32,9 +31,9 @@ class FormattedJson {
   void quoted(std::string_view text);
 
   std::string text_;
-  std::size_t depth_ = 0;
-  bool first_ = true;      // nothing stands yet in the innermost object or array
-  bool afterKey_ = false;  // the key of the next value has been written
+  std::string lineStart_ = ",\n";  // of the next member: a tab for each object or array around it
+  bool first_ = true;              // nothing stands yet in the innermost object or array
+  bool afterKey_ = false;          // the key of the next value has been written
 };
 
 }  // namespace quenfold

@@ -11,6 +11,7 @@
 #include "app/limits.h"
 #include "json/cjson_access.h"
 #include "logicalio/hash.h"
+#include "logicalio/port_key_printer.h"
 
 namespace quenfold {
 namespace {
@@ -63,20 +64,12 @@ std::vector<CatEntry> categoriesOf(const cJSON& entry, const LogicalIORecord& re
   return own == nullptr ? std::vector<CatEntry>() : parseCategoryList(*own);
 }
 
-std::string portText(std::uint64_t packed, const PackedContext& context) {
-  std::string text = context.portDict.unpackToPortKey(packed);
-  const auto labelled = context.portLabels.find(text);
-  if (labelled != context.portLabels.end()) {
-    text = labelled->second;
-  }
-  return text;
-}
-
 /// Reads one record after the other. Names, labels and categories of the other files are copied
 /// into every record that refers to them, so a few long ones could fill any memory.
 class RecordReader {
  public:
-  explicit RecordReader(const PackedContext& context) : context_(context) {}
+  explicit RecordReader(const PackedContext& context)
+      : context_(context), keys_(context.portDict) {}
 
   LogicalIORecord read(const cJSON& entry) {
     LogicalIORecord record;
@@ -111,16 +104,23 @@ class RecordReader {
       const std::uint64_t packed = toUint64(item->valuedouble);
       fingerprint_.hashAdd(packed);
       ports.resize(ports.size() + gaps);
-      ports.push_back(portText(packed, context_));
+      ports.emplace_back(portText(packed));
       bytes_.take(ports.back().size());
       gaps = 0;
     }
     return ports;
   }
 
+  std::string_view portText(std::uint64_t packed) {
+    const std::string_view key = keys_.print(packed);
+    const auto labelled = context_.portLabels.find(key);
+    return labelled == context_.portLabels.end() ? key : labelled->second;
+  }
+
   static constexpr std::uint64_t kCategoryBytes = 64;  // of an entry beside its text
 
   const PackedContext& context_;
+  PortKeyPrinter keys_;
   VelDB::Hash fingerprint_;
   Budget bytes_{"too many bytes of records", kMaxRecordBytes};
 };

@@ -10,6 +10,7 @@
 #include "json/cjson_access.h"
 #include "logicalio/bit_packing.h"
 #include "logicalio/keys.h"
+#include "logicalio/port_key_printer.h"
 
 namespace quenfold {
 namespace {
@@ -70,13 +71,6 @@ std::string layoutString(const std::array<std::int32_t, kPortFieldCount>& bits) 
   return writeBitPacking(tokens);
 }
 
-std::string impliedSlotName(std::uint64_t id) { return fmt::format("slot{}", id); }
-
-std::string_view nameOrEmpty(const VelDB::RefMap& map, std::uint32_t id) {
-  const std::string* const name = map.nameOf(id);
-  return name == nullptr ? std::string_view() : *name;
-}
-
 void writeRefMap(FormattedJson& json, PortField field, const VelDB::RefMap& map) {
   json.key(kPortFieldNames.at(field));
   map.toJson(json);
@@ -103,20 +97,6 @@ void loadWidths(std::string_view layout, PortDict& dict) {
   }
 }
 
-PortKeyIds splitFields(const PortDict& dict, std::uint64_t value) {
-  PortKeyIds ids{};
-  for (std::size_t field = 0; field < kPortFieldCount; ++field) {
-    const std::uint32_t shift = dict.shift.at(field);
-    if (dict.bits.at(field) > 0 && shift < 32) {
-      // Kept on purpose: a field that reaches bit 31 takes in the upper half of the number too.
-      const std::int64_t mask = static_cast<std::int32_t>(dict.mask.at(field));
-      ids.at(field) =
-          static_cast<std::uint32_t>((value & static_cast<std::uint64_t>(mask)) >> shift);
-    }
-  }
-  return ids;
-}
-
 void nameImpliedSlots(PortDict& dict) {
   const auto width = static_cast<std::uint32_t>(dict.bits[kSlot]);
   dict.impliedSlots = std::uint64_t{lowMask(width)} + 1;
@@ -126,6 +106,8 @@ void nameImpliedSlots(PortDict& dict) {
 }
 
 }  // namespace
+
+std::string impliedSlotName(std::uint64_t id) { return fmt::format("slot{}", id); }
 
 std::string& PortDict::registerPortKey(std::string_view portKey, std::string& out) {
   const std::optional<PortKeyText> key = scanPortKey(portKey);
@@ -179,14 +161,21 @@ std::uint64_t PortDict::packIdKey(std::string_view idKey) const {
   return packed;
 }
 
+PortKeyIds PortDict::splitFields(std::uint64_t value) const {
+  PortKeyIds ids{};
+  for (std::size_t field = 0; field < kPortFieldCount; ++field) {
+    if (bits[field] > 0 && shift[field] < 32) {
+      // Kept on purpose: a field that reaches bit 31 takes in the upper half of the number too.
+      const std::int64_t wideMask = static_cast<std::int32_t>(mask[field]);
+      ids[field] = static_cast<std::uint32_t>((value & static_cast<std::uint64_t>(wideMask)) >>
+                                              shift[field]);
+    }
+  }
+  return ids;
+}
+
 std::string PortDict::unpackToPortKey(std::uint64_t value) const {
-  const PortKeyIds ids = splitFields(*this, value);
-  const bool unlistedSlot = !slot.containsId(ids[kSlot]) && ids[kSlot] < impliedSlots;
-  const std::string slotName = unlistedSlot ? impliedSlotName(ids[kSlot]) : std::string();
-  return printPortKey(
-      {nameOrEmpty(device, ids[kDevice]), unlistedSlot ? slotName : nameOrEmpty(slot, ids[kSlot]),
-       nameOrEmpty(portPrefix, ids[kPortPrefix]), static_cast<std::int32_t>(ids[kPortId]),
-       nameOrEmpty(type, ids[kType]), static_cast<std::int32_t>(ids[kCh])});
+  return std::string(PortKeyPrinter(*this).print(value));
 }
 
 void PortDict::toJson(FormattedJson& json) const {

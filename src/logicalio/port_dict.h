@@ -48,6 +48,9 @@ struct PortDict {
   /// The packed number of a port, below 2^32; bits beyond that are lost.
   [[nodiscard]] std::uint64_t packIdKey(std::string_view idKey) const;
 
+  /// The fields of a packed number.
+  [[nodiscard]] PortKeyIds splitFields(std::uint64_t value) const;
+
   /// The port key of a packed number. An id without a name leaves its text empty.
   [[nodiscard]] std::string unpackToPortKey(std::uint64_t value) const;
 
@@ -64,5 +67,8 @@ struct PortDict {
   /// Writes [["ch", width], ...] by `PortField`. Throws std::bad_alloc.
   void widthsToJson(FormattedJson& json) const;
 };
+
+/// The name of that slot in a file that lists none.
+std::string impliedSlotName(std::uint64_t id);
 
 }  // namespace quenfold

@@ -1,7 +1,5 @@
 #include "logicalio/port_key.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <charconv>
 #include <limits>
@@ -120,21 +118,31 @@ std::optional<PortKeyText> scanPortKey(std::string_view key) {
   return scanned ? std::optional(fields) : std::nullopt;
 }
 
-std::string printPortKey(const PortKeyText& fields) {
-  const fmt::format_int portId(fields.portId);
-  const fmt::format_int ch(fields.ch);
-  fmt::memory_buffer key;
-  key.append(fields.device);
+void appendPortKeyHead(fmt::memory_buffer& key, std::string_view device, std::string_view slot,
+                       std::string_view portPrefix) {
+  key.append(device);
   key.push_back('.');
-  key.append(fields.slot);
+  key.append(slot);
   key.push_back('.');
-  key.append(fields.portPrefix);
+  key.append(portPrefix);
   key.push_back('[');
-  key.append(portId.data(), portId.data() + portId.size());
+}
+
+void appendPortKeyTail(fmt::memory_buffer& key, std::int32_t portId, std::string_view type,
+                       std::int32_t ch) {
+  const fmt::format_int portIdDigits(portId);
+  const fmt::format_int chDigits(ch);
+  key.append(portIdDigits.data(), portIdDigits.data() + portIdDigits.size());
   key.append("]."sv);
-  key.append(fields.type);
+  key.append(type);
   key.append(".ch"sv);
-  key.append(ch.data(), ch.data() + ch.size());
+  key.append(chDigits.data(), chDigits.data() + chDigits.size());
+}
+
+std::string printPortKey(const PortKeyText& fields) {
+  fmt::memory_buffer key;
+  appendPortKeyHead(key, fields.device, fields.slot, fields.portPrefix);
+  appendPortKeyTail(key, fields.portId, fields.type, fields.ch);
   return fmt::to_string(key);
 }
 

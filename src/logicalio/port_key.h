@@ -1,5 +1,7 @@
 #pragma once
 
+#include <fmt/format.h>
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -38,6 +40,12 @@ using PortKeyIds = std::array<std::uint32_t, kPortFieldCount>;
 /// after the last one is ignored. Nothing when the key does not scan; a key of more than 191
 /// bytes, a device, slot or prefix of more than 63 and a type of more than 15 do not.
 std::optional<PortKeyText> scanPortKey(std::string_view key);
+
+/// Append the two halves of a key, the first up to and including the bracket.
+void appendPortKeyHead(fmt::memory_buffer& key, std::string_view device, std::string_view slot,
+                       std::string_view portPrefix);
+void appendPortKeyTail(fmt::memory_buffer& key, std::int32_t portId, std::string_view type,
+                       std::int32_t ch);
 
 std::string printPortKey(const PortKeyText& fields);
 

@@ -67,6 +67,7 @@ std::vector<CatEntry> readCatEntries(const cJSON& list) {
     throw runtimeError("category is not array");
   }
   std::vector<CatEntry> entries;
+  entries.reserve(static_cast<std::size_t>(cJSON_GetArraySize(&list)));
   for (const cJSON* item = list.child; item != nullptr; item = item->next) {
     entries.push_back(readCatEntry(item));
   }
