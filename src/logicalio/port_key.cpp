@@ -49,10 +49,12 @@ class Scanner {
   explicit Scanner(std::string_view text) : rest_(text) {}
 
   bool literal(std::string_view expected) {
-    if (rest_.substr(0, expected.size()) != expected) {
-      return false;
+    for (const char c : expected) {
+      if (rest_.empty() || rest_.front() != c) {
+        return false;
+      }
+      rest_.remove_prefix(1);
     }
-    rest_.remove_prefix(expected.size());
     return true;
   }
 
