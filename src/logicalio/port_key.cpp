@@ -24,9 +24,9 @@ constexpr std::array<std::uint8_t, 256> digitValues() {
   for (std::uint8_t& value : values) {
     value = kNoDigit;
   }
-  for (std::uint8_t value = 0; value < kHexDigits.size(); ++value) {
-    values[static_cast<unsigned char>(kHexDigits[value])] = value;
-    values[static_cast<unsigned char>(kLower[value])] = value;
+  for (std::size_t value = 0; value < kHexDigits.size(); ++value) {
+    values[static_cast<unsigned char>(kHexDigits[value])] = static_cast<std::uint8_t>(value);
+    values[static_cast<unsigned char>(kLower[value])] = static_cast<std::uint8_t>(value);
   }
   return values;
 }
