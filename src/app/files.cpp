@@ -153,6 +153,20 @@ void writeFile(const std::string& path, std::string_view text) {
   }
 }
 
+std::uint64_t streamFile(const std::string& path, const std::function<void(TextStream&)>& produce) {
+  OpenFile out(path, O_WRONLY | O_CREAT | O_TRUNC);
+  const auto require = [&path](bool success) {
+    if (!success) {
+      throw runtimeError("error while writing file: {}", path);
+    }
+  };
+  TextStream stream([&](std::string_view chunk) { require(writeAll(out.descriptor(), chunk)); });
+  produce(stream);
+  stream.flush();
+  require(out.close());
+  return stream.size();
+}
+
 void writeStandardOutput(std::string_view text) {
   if (!writeAll(STDOUT_FILENO, text)) {
     throw runtimeError("error while writing file: {}", kStandardOutput);

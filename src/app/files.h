@@ -1,7 +1,11 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
+
+#include "app/text_stream.h"
 
 namespace quenfold {
 
@@ -19,6 +23,10 @@ std::string readStandardInput();
 /// has accepted every byte. Needs no memory unless it fails. Throws
 /// "error while opening file: <path>" or "error while writing file: <path>".
 void writeFile(const std::string& path, std::string_view text);
+
+/// The same for a text that comes into being while it is written: `produce` appends it to the
+/// stream. Returns its length. Throws what `produce` throws as well, the file then cut short.
+std::uint64_t streamFile(const std::string& path, const std::function<void(TextStream&)>& produce);
 
 /// Writes the bytes as they are, nothing added. Throws
 /// "error while writing file: standard output".

@@ -1,5 +1,6 @@
 #include "json/label_files.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "app/error.h"
@@ -26,19 +27,32 @@ const JsonValue& sectionOf(const JsonDocument& root, const char* section, std::s
 }
 
 /// A device's long replacement is copied into each of its keys: `replaced` counts that.
-std::string mappedKey(std::string_view key, const DeviceMapper& mapper, Budget& replaced) {
+std::string_view mappedKey(std::string_view key, const DeviceMapper& mapper, Budget& replaced,
+                           PortLabelMap& labels) {
   const std::size_t dot = key.find('.');
   if (mapper && dot != std::string_view::npos) {
-    std::string mapped = mapper(key.substr(0, dot));
+    const std::string mapped = mapper(key.substr(0, dot));
     if (!mapped.empty()) {
       replaced.take(mapped.size());
-      return mapped.append(key.substr(dot));
+      return labels.keepJoined(mapped, key.substr(dot));
     }
   }
-  return std::string(key);
+  return key;
 }
 
 }  // namespace
+
+std::string& PortLabelMap::keep(std::string text) {
+  contents_->text = std::move(text);
+  return contents_->text;
+}
+
+std::string_view PortLabelMap::keepJoined(std::string_view front, std::string_view back) {
+  const std::size_t size = front.size() + back.size();
+  auto* const joined = static_cast<char*>(contents_->memory.allocate(size, 1));
+  std::copy(back.begin(), back.end(), std::copy(front.begin(), front.end(), joined));
+  return {joined, size};
+}
 
 std::vector<DeviceLabel> parseDeviceLabels(const std::string& path) {
   std::string text = readFile(path);
@@ -60,25 +74,23 @@ std::vector<DeviceLabel> parseDeviceLabels(const std::string& path) {
 }
 
 PortLabelMap loadPortLabels(const std::string& path, bool reverse, const DeviceMapper& mapper) {
-  std::string text = readFile(path);
+  PortLabelMap labels;
+  std::string& text = labels.keep(readFile(path));
   TimePoint stageStart = now();
   const JsonDocument root = parseJson(text);
   const JsonValue& entries = sectionOf(root, kPortLabelsSection, "loadPortLabels");
   if (!entries.IsObject()) {
     throw runtimeError("{} is not object", kPortLabelsSection);
   }
-  PortLabelMap labels;
+  labels.reserve(entries.MemberCount());
   Budget replaced("too many bytes of port label keys", kMaxReplacedBytes);
   for (const auto& entry : entries.GetObject()) {
     if (!entry.value.IsString()) {
       throw runtimeError("portLabel entry value is not string");
     }
-    std::string key = mappedKey(jsonText(entry.name), mapper, replaced);
-    std::string label(jsonText(entry.value));
-    if (reverse) {
-      key.swap(label);
-    }
-    labels.insert_or_assign(std::move(key), std::move(label));
+    const std::string_view key = mappedKey(jsonText(entry.name), mapper, replaced, labels);
+    const std::string_view label = jsonText(entry.value);
+    labels.assign(reverse ? label : key, reverse ? key : label);
   }
   logElapsed(stageStart, "    Loaded port labels");
   return labels;

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <functional>
-#include <map>
+#include <memory>
+#include <memory_resource>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace quenfold {
@@ -20,8 +22,42 @@ inline constexpr const char* kDeviceLabelId = "id";
 inline constexpr const char* kDeviceLabelText = "label";
 inline constexpr const char* kDeviceLabelSerial = "serial";
 
-/// Sorted byte-wise by key; look-ups take views.
-using PortLabelMap = std::map<std::string, std::string, std::less<>>;
+/// Keys and values of a file, hashed once, without a copy of their own: both are views into texts
+/// that the map keeps alive. Look-ups take views; the order is of no meaning.
+class PortLabelMap {
+ public:
+  using Entries = std::pmr::unordered_map<std::string_view, std::string_view>;
+
+  [[nodiscard]] Entries::const_iterator find(std::string_view key) const {
+    return contents_->entries.find(key);
+  }
+  [[nodiscard]] Entries::const_iterator begin() const { return contents_->entries.begin(); }
+  [[nodiscard]] Entries::const_iterator end() const { return contents_->entries.end(); }
+  [[nodiscard]] bool empty() const { return contents_->entries.empty(); }
+
+  void reserve(std::size_t count) { contents_->entries.reserve(count); }
+
+  /// Of a repeated key the last value counts. Both views must last as long as the map: they are
+  /// literals or lie in what it keeps.
+  void assign(std::string_view key, std::string_view value) {
+    contents_->entries.insert_or_assign(key, value);
+  }
+
+  /// Takes over the file's text, which then lives as long as the map, wherever that is moved.
+  std::string& keep(std::string text);
+
+  /// Keeps the two in one piece.
+  std::string_view keepJoined(std::string_view front, std::string_view back);
+
+ private:
+  struct Contents {
+    std::pmr::monotonic_buffer_resource memory;  // freed at once
+    std::string text;
+    Entries entries{&memory};
+  };
+
+  std::unique_ptr<Contents> contents_ = std::make_unique<Contents>();
+};
 
 /// Gives the replacement for a port key's device part, or an empty text to leave the key as it is.
 /// May be empty itself.

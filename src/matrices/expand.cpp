@@ -1,9 +1,8 @@
 #include "matrices/expand.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 #include <unordered_map>
 
@@ -31,37 +30,56 @@ DeviceIndex indexById(const std::vector<DeviceLabel>& deviceLabels) {
 }
 
 /// A device without a record keeps its key as its name and has no serial and no ID.
-DeviceLabel identify(const std::string& deviceKey, const DeviceIndex& index) {
+DeviceNames identify(const std::string& deviceKey, const DeviceIndex& index) {
   const auto found = index.find(deviceKey);
-  return found == index.end() ? DeviceLabel{"", deviceKey, ""} : *found->second;
+  if (found == index.end()) {
+    return {deviceKey, "", ""};
+  }
+  const DeviceLabel& device = *found->second;
+  return {device.label, device.serial, device.id};
+}
+
+bool isEmpty(const PortFamily& family) {
+  return family.group->first > family.group->last || family.channels.first > family.channels.last;
 }
 
 /// Counts what the tree becomes when it is written out, before anything is. A few bytes of ranges,
-/// a width or a name shared by many ports would fill any memory.
+/// a width or a name shared by many ports would fill any memory or disk.
 class Survey {
  public:
   explicit Survey(Budget& nameBytes) : nameBytes_(nameBytes) {}
 
-  void add(const DeviceLabel& device, const std::string& slot, const PortTypeGroup& group) {
-    const std::uint64_t numbers = lengthOf(group.first, group.last);
-    for (const auto& [type, channels] : group.types) {
-      nameBytes_.take(device.label.size() + device.serial.size() + type.size());
-      const std::uint64_t channelCount = lengthOf(channels.first, channels.last);
-      if (numbers == 0 || channelCount == 0) {
-        continue;
-      }
-      portBudget_.takeTimes(numbers, channelCount);
-      ports_ += numbers * channelCount;
-      const std::uint64_t suffix =
-          slot.size() + longestPortText(group.port, group.first, group.last) + type.size() +
-          longestNumber(channels.first, channels.last) + kSuffixMarks;
-      // The port is written twice and looked up under its device's ID.
-      nameBytes_.takeTimes(numbers * channelCount, device.label.size() + device.serial.size() +
-                                                       device.id.size() + 3 * suffix);
+  void add(const DeviceNames& device, const PortFamily& family) {
+    nameBytes_.take(device.label.size() + device.serial.size() + family.type.size());
+    if (isEmpty(family)) {
+      return;
     }
+    const PortTypeGroup& group = *family.group;
+    const Range& channels = family.channels;
+    const std::uint64_t numbers = lengthOf(group.first, group.last);
+    const std::uint64_t channelCount = lengthOf(channels.first, channels.last);
+    portBudget_.takeTimes(numbers, channelCount);
+    const std::uint64_t suffix =
+        family.slot.size() + longestPortText(group.port, group.first, group.last) +
+        family.type.size() + longestNumber(channels.first, channels.last) + kSuffixMarks;
+    // The port is written twice and looked up under its device's ID.
+    nameBytes_.takeTimes(numbers * channelCount, device.label.size() + device.serial.size() +
+                                                     device.id.size() + 3 * suffix);
+    ports_ += numbers * channelCount;
+    ++families_;
+    const std::size_t longestDevice =
+        std::max({device.label.size(), device.serial.size(), device.id.size()});
+    longestName_ = std::max(longestName_, longestDevice + suffix);
   }
 
   [[nodiscard]] std::size_t ports() const { return static_cast<std::size_t>(ports_); }
+  [[nodiscard]] std::size_t families() const { return families_; }
+
+  /// More than any memory has stays more than any memory has.
+  [[nodiscard]] std::size_t longestName() const {
+    constexpr std::size_t kMax = std::numeric_limits<std::size_t>::max();
+    return static_cast<std::size_t>(std::min<std::uint64_t>(longestName_, kMax));
+  }
 
  private:
   static constexpr std::uint64_t kSuffixMarks = 6;  // three points and ".ch"
@@ -69,84 +87,90 @@ class Survey {
   Budget& nameBytes_;
   Budget portBudget_{"too many ports", kMaxPorts};
   std::uint64_t ports_ = 0;
+  std::size_t families_ = 0;
+  std::uint64_t longestName_ = 0;
 };
 
 class Expander {
  public:
-  Expander(const PortLabelMap& portLabels, Budget& nameBytes, ExpandedTree& expanded)
-      : portLabels_(portLabels), nameBytes_(nameBytes), expanded_(expanded) {}
-
-  void expand(const DeviceLabel& device, const std::string& slot, const PortTypeGroup& group) {
-    for (const auto& [type, channels] : group.types) {
-      MatrixEntry& matrix =
-          expanded_.matrices
-              .try_emplace(fmt::format("{}.{}", device.label, type), MatrixEntry{device.serial, {}})
-              .first->second;
-      if (channels.first <= channels.last) {
-        expandType({device, slot, group, type, channels, matrix});
-      }
+  Expander(const PortLabelMap& portLabels, Budget& nameBytes, const Survey& survey)
+      : portLabels_(portLabels), nameBytes_(nameBytes), key_(survey.longestName()) {
+    expanded_.longestName = survey.longestName();
+    // Room for all of them at once: the references stay valid while the list fills.
+    expanded_.families.reserve(survey.families());
+    if (!portLabels.empty()) {
+      expanded_.labels.reserve(survey.ports());
     }
   }
+
+  void add(const DeviceNames& device, const PortFamily& family) {
+    matrixName_.assign(device.label).append(".").append(family.type);
+    MatrixEntry& matrix =
+        expanded_.matrices.try_emplace(matrixName_, MatrixEntry{device.serial, {}}).first->second;
+    if (!isEmpty(family)) {
+      matrix.families.push_back(
+          &expanded_.families.emplace_back(ExpandedFamily{device, family, expanded_.ports}));
+      count(family);
+      checkPorts(device.id, family);
+    }
+  }
+
+  ExpandedTree take() { return std::move(expanded_); }
 
  private:
-  /// All that the ports of one type of one group have in common.
-  struct PortFamily {
-    const DeviceLabel& device;
-    const std::string& slot;
-    const PortTypeGroup& group;
-    const std::string& type;
-    const Range& channels;
-    MatrixEntry& matrix;
-  };
+  void count(const PortFamily& family) {
+    const auto ports =
+        static_cast<std::size_t>(lengthOf(family.group->first, family.group->last) *
+                                 lengthOf(family.channels.first, family.channels.last));
+    expanded_.ports += ports;
+    expanded_.inputs += family.group->direction == Direction::kSource ? ports : 0;
+    expanded_.outputs += family.group->direction == Direction::kDestination ? ports : 0;
+  }
 
-  /// The counters are wider than the numbers: a range may end at the largest of them.
-  void expandType(const PortFamily& family) {
-    for (std::int64_t port = family.group.first; port <= family.group.last; ++port) {
-      // Formatted here, so that a bad pattern is an error only where a port is written with it.
-      const std::string portText = formatPort(family.group.port, static_cast<std::int32_t>(port));
-      for (std::int64_t ch = family.channels.first; ch <= family.channels.last; ++ch) {
-        addPort(family, fmt::format(".{}.{}.{}.ch{}", family.slot, portText, family.type, ch));
+  /// Spells each port where that can fail or where the port may have a label. The counters are
+  /// wider than the numbers: a range may end at the largest of them.
+  /// Spells each port where that can fail or where the port may have a label. The counters are
+  /// wider than the numbers: a range may end at the largest of them.
+  void checkPorts(std::string_view deviceId, const PortFamily& family) {
+    const PortTypeGroup& group = *family.group;
+    if (portLabels_.empty() && splitPattern(group.port).kind != PortPattern::Kind::kFormat) {
+      return;
+    }
+    key_.startFamily(deviceId, family);
+    for (std::int64_t port = group.first; port <= group.last; ++port) {
+      key_.startPort(static_cast<std::int32_t>(port));
+      if (!portLabels_.empty()) {
+        addLabels(family.channels);
       }
     }
   }
 
-  void addPort(const PortFamily& family, std::string_view suffix) {
-    const DeviceLabel& device = family.device;
-    const UnpackedPort& port = expanded_.allPorts.emplace_back(
-        UnpackedPort{std::string(device.label).append(suffix),
-                     std::string(device.serial).append(suffix), labelOf(device, suffix)});
-    family.matrix.ports.push_back(&port);
-    if (family.group.direction == Direction::kSource) {
-      expanded_.inputs.push_back(&port);
-    } else if (family.group.direction == Direction::kDestination) {
-      expanded_.outputs.push_back(&port);
+  void addLabels(const Range& channels) {
+    for (std::int64_t channel = channels.first; channel <= channels.last; ++channel) {
+      const auto found = portLabels_.find(key_.onChannel(static_cast<std::int32_t>(channel)));
+      const bool labelled = found != portLabels_.end();
+      nameBytes_.take(labelled ? found->second.size() : 0);  // once for every port of that name
+      expanded_.labels.push_back(labelled ? found->second : std::string_view());
     }
-  }
-
-  std::string_view labelOf(const DeviceLabel& device, std::string_view suffix) {
-    key_.assign(device.id).append(suffix);
-    const auto found = portLabels_.find(key_);
-    if (found == portLabels_.end()) {
-      return {};
-    }
-    nameBytes_.take(found->second.size());  // once for every port of that name
-    return found->second;
   }
 
   const PortLabelMap& portLabels_;
   Budget& nameBytes_;
-  ExpandedTree& expanded_;
-  std::string key_;
+  ExpandedTree expanded_;
+  PortName key_;
+  std::string matrixName_;
 };
 
-/// Calls visit(device, slot name, group) for every group in the order of writing.
+/// Calls visit(device, family) for every type of every group in the order of writing.
 template <typename Visit>
-void forEachGroup(const PortTree& tree, const DeviceIndex& index, Visit visit) {
+void forEachFamily(const PortTree& tree, const DeviceIndex& index, Visit visit) {
   for (const auto& [deviceKey, slots] : tree) {
-    const DeviceLabel device = identify(deviceKey, index);
-    for (const auto& [slotName, groups] : slots) {
+    const DeviceNames device = identify(deviceKey, index);
+    for (const auto& [slot, groups] : slots) {
       for (const PortTypeGroup& group : groups) {
-        visit(device, slotName, group);
+        for (const auto& [type, channels] : group.types) {
+          visit(device, PortFamily{slot, &group, type, channels});
+        }
       }
     }
   }
@@ -159,13 +183,10 @@ ExpandedTree expandPortTree(const PortTree& tree, const std::vector<DeviceLabel>
   const DeviceIndex index = indexById(deviceLabels);
   Budget nameBytes("too many bytes of port names", kMaxTextBytes);
   Survey survey(nameBytes);
-  forEachGroup(tree, index, [&](const auto&... group) { survey.add(group...); });
-  ExpandedTree expanded;
-  // Room for all of them at once: the references stay valid while the list fills.
-  expanded.allPorts.reserve(survey.ports());
-  Expander expander(portLabels, nameBytes, expanded);
-  forEachGroup(tree, index, [&](const auto&... group) { expander.expand(group...); });
-  return expanded;
+  forEachFamily(tree, index, [&](const auto&... family) { survey.add(family...); });
+  Expander expander(portLabels, nameBytes, survey);
+  forEachFamily(tree, index, [&](const auto&... family) { expander.add(family...); });
+  return expander.take();
 }
 
 }  // namespace quenfold::unpacking

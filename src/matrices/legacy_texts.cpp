@@ -1,112 +1,184 @@
 #include "matrices/legacy_texts.h"
 
-#include <string_view>
+#include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "json/escape.h"
 #include "matrices/legacy_format.h"
 
 namespace quenfold::unpacking {
 namespace {
 
-constexpr int kVersion = 8;
+constexpr std::size_t kVersion = 8;
+constexpr std::string_view kEntryEnd = "\"}";
 
-/// One entry of a hand-built list: {"k":"<key>","v":"<value>"}, and the two names in it.
-struct PairNames {
-  std::string_view key;
-  std::string_view value;
+/// Nothing before the first element of a list, a comma before every other.
+class Separator {
+ public:
+  void append(TextStream& out) {
+    out.append(mark_);
+    mark_ = ",";
+  }
+
+ private:
+  std::string_view mark_;
 };
 
-constexpr PairNames kKeyValue = {R"({"k":")", R"(","v":")"};
-constexpr PairNames kPortAndLabel = {R"({"port":")", R"(","label":")"};
-constexpr std::string_view kPairEnd = R"("},)";
-
-void appendPair(JsonBuffer& text, const PairNames& names, std::string_view key,
-                std::string_view value) {
-  append(text, names.key);
-  append(text, key);
-  append(text, names.value);
-  append(text, value);
-  append(text, kPairEnd);
+void appendDecimal(TextStream& out, std::size_t number) {
+  constexpr std::size_t kLongest = 20;
+  std::array<char, kLongest> digits = {};
+  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+  out.append({digits.data(), static_cast<std::size_t>(end.ptr - digits.data())});
 }
 
-/// "[", an entry that ends in "," for every port, and "]" in place of the last ",".
-template <typename Ports, typename AppendEntry>
-JsonBuffer listText(const Ports& ports, AppendEntry appendEntry) {
-  JsonBuffer text;
-  append(text, "[");
-  for (const auto& port : ports) {
-    appendEntry(text, port);
-  }
-  if (!ports.empty()) {
-    text.Pop(1);
-  }
-  append(text, "]");
-  return text;
+void appendPlain(TextStream& out, std::string_view text) { out.append(text); }
+
+/// "<name>": and what is in front of it.
+void appendKey(TextStream& out, std::string_view mark, std::string_view name) {
+  out.append(mark);
+  out.append("\"");
+  out.append(name);
+  out.append("\":");
 }
 
-void writePort(CompactJsonWriter& writer, const UnpackedPort& port) {
-  writer.StartObject();
-  writer.Key(kPortName);
-  writeString(writer, port.name);
-  writer.Key(kPortLabel);
-  writeString(writer, port.shownName());
-  writer.EndObject();
+void appendQuoted(TextStream& out, std::string_view text) {
+  out.append("\"");
+  appendEscaped(out, text);
+  out.append("\"");
 }
 
-void writeMatrix(CompactJsonWriter& writer, int id, const std::string& name,
-                 const MatrixEntry& matrix) {
-  writer.StartObject();
-  writer.Key(kMatrixId);
-  writer.Int(id);
-  writer.Key(kMatrixName);
-  writeString(writer, name);
-  writer.Key(kMatrixSerial);
-  writeString(writer, matrix.serialnumber);
-  writer.Key(kMatrixPorts);
-  writer.StartArray();
-  for (const UnpackedPort* const port : matrix.ports) {
-    writePort(writer, *port);
-  }
-  writer.EndArray();
-  writer.EndObject();
+/// Whether no name of these ports needs an escape. What the formatter makes of a pattern is not
+/// known before.
+bool needsNoEscape(const ExpandedFamily& family) {
+  const auto plain = [](std::string_view text) {
+    return std::none_of(text.begin(), text.end(), needsEscape);
+  };
+  return plain(family.device.label) && plain(family.ports.slot) && plain(family.ports.type) &&
+         plain(family.ports.group->port) &&
+         splitPattern(family.ports.group->port).kind != PortPattern::Kind::kFormat;
 }
 
 }  // namespace
 
-JsonBuffer matricesText(const std::map<std::string, MatrixEntry>& matrices) {
-  JsonBuffer text;
-  CompactJsonWriter writer(text);
-  writer.StartObject();
-  writer.Key(kConfig);
-  writer.StartObject();
-  writer.Key("version");
-  writer.Int(kVersion);
-  writer.Key(kMatrices);
-  writer.StartArray();
-  int id = 0;
-  for (const auto& [name, matrix] : matrices) {
-    writeMatrix(writer, id++, name, matrix);
+LegacyTexts::EntryMarks LegacyTexts::entryMarks(const char* first, const char* second) {
+  return {fmt::format(R"({{"{}":")", first), fmt::format(R"(","{}":")", second)};
+}
+
+LegacyTexts::LegacyTexts(const ExpandedTree& expanded)
+    : expanded_(expanded),
+      name_(expanded.longestName),
+      keyAndValue_(entryMarks("k", "v")),
+      portAndLabel_(entryMarks(kPortName, kPortLabel)) {}
+
+/// The counters are wider than the numbers: a range may end at the largest of them.
+template <typename Visit>
+void LegacyTexts::forEachPort(const ExpandedFamily& family, Visit visit) {
+  const PortTypeGroup& group = *family.ports.group;
+  const Range& channels = family.ports.channels;
+  std::size_t position = family.firstPort;
+  name_.startFamily(family.device.label, family.ports);
+  for (std::int64_t port = group.first; port <= group.last; ++port) {
+    name_.startPort(static_cast<std::int32_t>(port));
+    for (std::int64_t ch = channels.first; ch <= channels.last; ++ch) {
+      const std::string_view name = name_.onChannel(static_cast<std::int32_t>(ch));
+      visit(UnpackedPort{name, name.substr(family.device.label.size()), family.device.serial,
+                         expanded_.labelOf(position)});
+      ++position;
+    }
   }
-  writer.EndArray();
-  writer.EndObject();
-  writer.EndObject();
-  return text;
 }
 
-JsonBuffer availableText(const PortReferences& ports) {
-  return listText(ports, [](JsonBuffer& text, const UnpackedPort* port) {
-    appendPair(text, kKeyValue, port->shownName(), port->name);
+void LegacyTexts::writePorts(TextStream& out, const MatrixEntry& matrix) {
+  Separator separator;
+  for (const ExpandedFamily* const family : matrix.families) {
+    const auto appendName = needsNoEscape(*family) ? appendPlain : appendEscaped;
+    forEachPort(*family, [&](const UnpackedPort& port) {
+      separator.append(out);
+      out.append(portAndLabel_.first);
+      appendName(out, port.name);
+      out.append(portAndLabel_.second);
+      (port.label.empty() ? appendName : appendEscaped)(out, port.shownName());
+      out.append(kEntryEnd);
+    });
+  }
+}
+
+void LegacyTexts::writeMatrices(TextStream& out) {
+  appendKey(out, "{", kConfig);
+  appendKey(out, "{", "version");
+  appendDecimal(out, kVersion);
+  appendKey(out, ",", kMatrices);
+  out.append("[");
+  Separator separator;
+  std::size_t id = 0;
+  for (const auto& [name, matrix] : expanded_.matrices) {
+    separator.append(out);
+    appendKey(out, "{", kMatrixId);
+    appendDecimal(out, id++);
+    appendKey(out, ",", kMatrixName);
+    appendQuoted(out, name);
+    appendKey(out, ",", kMatrixSerial);
+    appendQuoted(out, matrix.serialnumber);
+    appendKey(out, ",", kMatrixPorts);
+    out.append("[");
+    writePorts(out, matrix);
+    out.append("]}");
+  }
+  out.append("]}}");
+}
+
+/// `only` restricts the list to ports of that direction.
+template <typename AppendEntry>
+void LegacyTexts::writeList(TextStream& out, std::optional<Direction> only,
+                            AppendEntry appendEntry) {
+  out.append("[");
+  Separator separator;
+  for (const ExpandedFamily& family : expanded_.families) {
+    if (!only || family.ports.group->direction == *only) {
+      forEachPort(family, [&](const UnpackedPort& port) {
+        separator.append(out);
+        appendEntry(port);
+        out.append(kEntryEnd);
+      });
+    }
+  }
+  out.append("]");
+}
+
+void LegacyTexts::writeAvailable(TextStream& out, Direction direction) {
+  writeList(out, direction, [&](const UnpackedPort& port) {
+    out.append(keyAndValue_.first);
+    out.append(port.shownName());
+    out.append(keyAndValue_.second);
+    out.append(port.name);
   });
 }
 
-JsonBuffer portLabelsText(const std::vector<UnpackedPort>& ports) {
-  return listText(ports, [](JsonBuffer& text, const UnpackedPort& port) {
-    appendPair(text, kKeyValue, port.name, port.serialName);
+void LegacyTexts::writeAvailableInputs(TextStream& out) { writeAvailable(out, Direction::kSource); }
+
+void LegacyTexts::writeAvailableOutputs(TextStream& out) {
+  writeAvailable(out, Direction::kDestination);
+}
+
+void LegacyTexts::writePortLabels(TextStream& out) {
+  writeList(out, std::nullopt, [&](const UnpackedPort& port) {
+    out.append(keyAndValue_.first);
+    out.append(port.name);
+    out.append(keyAndValue_.second);
+    out.append(port.serial);
+    out.append(port.suffix);
   });
 }
 
-JsonBuffer userPortLabelsText(const std::vector<UnpackedPort>& ports) {
-  return listText(ports, [](JsonBuffer& text, const UnpackedPort& port) {
-    appendPair(text, kPortAndLabel, port.name, port.shownName());
+void LegacyTexts::writeUserPortLabels(TextStream& out) {
+  writeList(out, std::nullopt, [&](const UnpackedPort& port) {
+    out.append(portAndLabel_.first);
+    out.append(port.name);
+    out.append(portAndLabel_.second);
+    out.append(port.shownName());
   });
 }
 

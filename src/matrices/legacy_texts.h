@@ -1,29 +1,66 @@
 #pragma once
 
-#include <map>
+#include <optional>
 #include <string>
-#include <vector>
+#include <string_view>
 
-#include "json/document.h"
+#include "app/text_stream.h"
 #include "matrices/expand.h"
 
-/// The texts of the legacy files.
 namespace quenfold::unpacking {
 
-/// "matrices.json", without white space.
-JsonBuffer matricesText(const std::map<std::string, MatrixEntry>& matrices);
+/// One port and channel of the legacy files, while it is written.
+struct UnpackedPort {
+  std::string_view name;    // the port string with the device label in front
+  std::string_view suffix;  // the port string from behind its device, including the "."
+  std::string_view serial;  // the device's; with the suffix it is the port's serial name
+  std::string_view label;   // the user's label, empty when none
 
-/// The other four are put together by hand. Kept on purpose: their strings are copied as they are,
-/// no character is escaped.
+  /// What the legacy files call the port: the user's label, or the port string without one.
+  [[nodiscard]] std::string_view shownName() const { return label.empty() ? name : label; }
+};
 
-/// "availableInputs.json" of the inputs, "availableOutputs.json" of the outputs: shown name to
-/// port string.
-JsonBuffer availableText(const PortReferences& ports);
+/// The texts of the legacy files, each port spelled when it is written. Once constructed it
+/// allocates nothing, so no file is lost to memory that runs out. Refers to the expanded tree.
+class LegacyTexts {
+ public:
+  explicit LegacyTexts(const ExpandedTree& expanded);
 
-/// "portLabels.json": port string to the same with the serial as its device.
-JsonBuffer portLabelsText(const std::vector<UnpackedPort>& ports);
+  /// "matrices.json", without white space.
+  void writeMatrices(TextStream& out);
 
-/// "userPortLabels.json": port string and shown name.
-JsonBuffer userPortLabelsText(const std::vector<UnpackedPort>& ports);
+  // The other four are put together by hand. Kept on purpose: their strings are copied as they are,
+  // no character is escaped.
+
+  /// "availableInputs.json" and "availableOutputs.json": shown name to port string.
+  void writeAvailableInputs(TextStream& out);
+  void writeAvailableOutputs(TextStream& out);
+
+  /// "portLabels.json": port string to the same with the serial as its device.
+  void writePortLabels(TextStream& out);
+
+  /// "userPortLabels.json": port string and shown name.
+  void writeUserPortLabels(TextStream& out);
+
+ private:
+  /// What stands before the first and before the second string of an entry.
+  struct EntryMarks {
+    std::string first;
+    std::string second;
+  };
+
+  static EntryMarks entryMarks(const char* first, const char* second);
+  template <typename Visit>
+  void forEachPort(const ExpandedFamily& family, Visit visit);
+  template <typename AppendEntry>
+  void writeList(TextStream& out, std::optional<Direction> only, AppendEntry appendEntry);
+  void writeAvailable(TextStream& out, Direction direction);
+  void writePorts(TextStream& out, const MatrixEntry& matrix);
+
+  const ExpandedTree& expanded_;
+  PortName name_;
+  EntryMarks keyAndValue_;
+  EntryMarks portAndLabel_;
+};
 
 }  // namespace quenfold::unpacking

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
 
 #include "app/limits.h"
 
@@ -48,8 +49,30 @@ std::size_t insideLength(std::string_view text) {
 
 }  // namespace
 
-std::string formatPort(const std::string& pattern, std::int32_t number) {
-  return fmt::format(fmt::runtime(pattern), number);
+PortPattern splitPattern(std::string_view text) {
+  constexpr std::string_view kBraces = "{}";
+  const std::size_t open = text.find_first_of(kBraces);
+  if (open == std::string_view::npos) {
+    return {PortPattern::Kind::kText, text, {}, {}};
+  }
+  if (text.substr(open, kBraces.size()) == kBraces) {
+    const std::string_view back = text.substr(open + kBraces.size());
+    if (back.find_first_of(kBraces) == std::string_view::npos) {
+      return {PortPattern::Kind::kNumber, text.substr(0, open), back, {}};
+    }
+  }
+  return {PortPattern::Kind::kFormat, {}, {}, text};
+}
+
+char* printPort(const PortPattern& pattern, std::int32_t port, char* begin, char* limit) {
+  if (pattern.kind == PortPattern::Kind::kNumber) {
+    return std::to_chars(begin, limit, port).ptr;
+  }
+  if (pattern.kind == PortPattern::Kind::kFormat) {
+    const auto room = static_cast<std::size_t>(limit - begin);
+    return fmt::format_to_n(begin, room, fmt::runtime(pattern.format), port).out;
+  }
+  return begin;
 }
 
 std::uint64_t longestNumber(std::int32_t first, std::int32_t last) {

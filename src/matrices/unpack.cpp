@@ -26,13 +26,14 @@ namespace quenfold {
 namespace {
 
 using unpacking::ExpandedTree;
-using unpacking::PortReferences;
+using unpacking::LegacyTexts;
 using unpacking::PortTree;
 
-struct Output {
-  std::string path;
-  std::string report;
-  JsonBuffer text;
+/// All that is loaded: the expanded tree refers to it.
+struct PackedFiles {
+  std::vector<DeviceLabel> deviceLabels;
+  PortLabelMap portLabels;
+  PortTree tree;
 };
 
 PortTree loadTree(const std::string& path, TimePoint& runStage) {
@@ -48,82 +49,86 @@ PortTree loadTree(const std::string& path, TimePoint& runStage) {
   return tree;
 }
 
-ExpandedTree loadAndExpand(const std::string& sourceDir, const PortLabelMap& portLabels,
-                           const std::vector<DeviceLabel>& deviceLabels, TimePoint& runStage) {
-  const PortTree tree = loadTree(joinPath(sourceDir, packedFileName(kMatricesSection)), runStage);
+PackedFiles loadPackedFiles(const std::string& sourceDir, TimePoint& runStage) {
+  const auto pathOf = [&](const char* section) {
+    return joinPath(sourceDir, packedFileName(section));
+  };
+  PackedFiles files;
+  files.deviceLabels = parseDeviceLabels(pathOf(kDeviceLabelsSection));
+  files.portLabels = loadPortLabels(pathOf(kPortLabelsSection), false, nullptr);
+  files.tree = loadTree(pathOf(kMatricesSection), runStage);
+  return files;
+}
+
+ExpandedTree expand(const PackedFiles& files) {
   TimePoint stageStart = now();
-  ExpandedTree expanded = unpacking::expandPortTree(tree, deviceLabels, portLabels);
+  ExpandedTree expanded =
+      unpacking::expandPortTree(files.tree, files.deviceLabels, files.portLabels);
   logElapsed(stageStart, "    Created matrix port map");
   return expanded;
 }
 
-/// The text is written as it is built, so the second stage has nothing left to do.
-JsonBuffer buildMatrices(const ExpandedTree& expanded) {
-  TimePoint stageStart = now();
-  JsonBuffer text = unpacking::matricesText(expanded.matrices);
-  logElapsed(stageStart, "      Created matrices JSON");
-  logElapsed(stageStart, "      serialized matrices JSON");
-  return text;
-}
-
-JsonBuffer buildAvailable(const PortReferences& ports) {
-  TimePoint stageStart = now();
-  JsonBuffer text = unpacking::availableText(ports);
-  if (!ports.empty()) {
-    logElapsed(stageStart, "      serialized available JSON");
-  }
-  return text;
-}
-
-JsonBuffer buildAvailableInputs(const ExpandedTree& expanded) {
-  return buildAvailable(expanded.inputs);
-}
-
-JsonBuffer buildAvailableOutputs(const ExpandedTree& expanded) {
-  return buildAvailable(expanded.outputs);
-}
-
-JsonBuffer buildPortLabels(const ExpandedTree& expanded) {
-  TimePoint stageStart = now();
-  JsonBuffer text = unpacking::portLabelsText(expanded.allPorts);
-  if (!expanded.allPorts.empty()) {
-    logElapsed(stageStart, "      createPortLabels serializeJSON");
-  }
-  return text;
-}
-
-JsonBuffer buildUserPortLabels(const ExpandedTree& expanded) {
-  TimePoint stageStart = now();
-  JsonBuffer text = unpacking::userPortLabelsText(expanded.allPorts);
-  if (!expanded.allPorts.empty()) {
-    logElapsed(stageStart, "      createUserPortLabels serializeJSON");
-  }
-  return text;
-}
-
+/// The text of a file is made while it is written, so its stages have nothing left to do but to
+/// be reported where they always were.
 struct LegacyFile {
   std::string_view name;
-  JsonBuffer (*build)(const ExpandedTree& expanded);
+  void (LegacyTexts::*write)(TextStream& out);
+  std::array<std::string_view, 2> stages;
+  std::size_t ExpandedTree::*ports;  // without any there is no stage; null for always
 };
 
-/// In the order in which they are built and written.
+/// In the order in which they are written.
 constexpr std::array<LegacyFile, 5> kLegacyFiles = {{
-    {kMatricesFile, buildMatrices},
-    {kAvailableInputsFile, buildAvailableInputs},
-    {kAvailableOutputsFile, buildAvailableOutputs},
-    {kPortLabelsFile, buildPortLabels},
-    {kUserPortLabelsFile, buildUserPortLabels},
+    {kMatricesFile,
+     &LegacyTexts::writeMatrices,
+     {"      Created matrices JSON", "      serialized matrices JSON"},
+     nullptr},
+    {kAvailableInputsFile,
+     &LegacyTexts::writeAvailableInputs,
+     {"      serialized available JSON"},
+     &ExpandedTree::inputs},
+    {kAvailableOutputsFile,
+     &LegacyTexts::writeAvailableOutputs,
+     {"      serialized available JSON"},
+     &ExpandedTree::outputs},
+    {kPortLabelsFile,
+     &LegacyTexts::writePortLabels,
+     {"      createPortLabels serializeJSON"},
+     &ExpandedTree::ports},
+    {kUserPortLabelsFile,
+     &LegacyTexts::writeUserPortLabels,
+     {"      createUserPortLabels serializeJSON"},
+     &ExpandedTree::ports},
 }};
 
-std::vector<Output> buildOutputs(const ExpandedTree& expanded,
-                                 const std::vector<std::string>& wanted,
-                                 const std::string& outputDir) {
+void reportStages(const LegacyFile& file, const ExpandedTree& expanded) {
+  if (file.ports != nullptr && expanded.*file.ports == 0) {
+    return;
+  }
+  TimePoint stageStart = now();
+  for (const std::string_view stage : file.stages) {
+    if (!stage.empty()) {
+      logElapsed(stageStart, stage);
+    }
+  }
+}
+
+struct Output {
+  std::string path;
+  std::string report;
+  void (LegacyTexts::*write)(TextStream& out);
+};
+
+std::vector<Output> planOutputs(const ExpandedTree& expanded,
+                                const std::vector<std::string>& wanted,
+                                const std::string& outputDir) {
   std::vector<Output> outputs;
   for (const LegacyFile& file : kLegacyFiles) {
     if (std::find(wanted.begin(), wanted.end(), file.name) != wanted.end()) {
       std::string path = joinPath(outputDir, file.name);
       std::string report = fmt::format("  saved: {}", path);
-      outputs.push_back({std::move(path), std::move(report), file.build(expanded)});
+      outputs.push_back({std::move(path), std::move(report), file.write});
+      reportStages(file, expanded);
     }
   }
   return outputs;
@@ -139,26 +144,15 @@ void ensureDirectory(const std::string& directory) {
 }
 
 /// Nothing is allocated between the first file and the last.
-std::uint32_t writeOutputs(const std::vector<Output>& outputs, TimePoint& runStage) {
+std::uint32_t writeOutputs(const std::vector<Output>& outputs, LegacyTexts& texts,
+                           TimePoint& runStage) {
   std::uint32_t total = 0;
   for (const Output& output : outputs) {
-    const std::string_view text = textOf(output.text);
-    total += static_cast<std::uint32_t>(text.size());
-    writeFile(output.path, text);
+    const auto write = [&](TextStream& out) { (texts.*output.write)(out); };
+    total += static_cast<std::uint32_t>(streamFile(output.path, write));
     logElapsed(runStage, output.report);
   }
   return total;
-}
-
-std::vector<Output> buildAll(const std::string& sourceDir,
-                             const std::vector<std::string>& outputFiles,
-                             const std::string& outputDir, TimePoint& runStage) {
-  const std::vector<DeviceLabel> deviceLabels =
-      parseDeviceLabels(joinPath(sourceDir, packedFileName(kDeviceLabelsSection)));
-  const PortLabelMap portLabels =
-      loadPortLabels(joinPath(sourceDir, packedFileName(kPortLabelsSection)), false, nullptr);
-  const ExpandedTree expanded = loadAndExpand(sourceDir, portLabels, deviceLabels, runStage);
-  return buildOutputs(expanded, outputFiles, outputDir);
 }
 
 }  // namespace
@@ -167,10 +161,13 @@ std::uint32_t convertPackedMatrices(const std::string& sourceDir,
                                     const std::vector<std::string>& outputFiles,
                                     const std::string& outputDir) {
   TimePoint runStage = now();
-  const std::vector<Output> outputs = buildAll(sourceDir, outputFiles, outputDir, runStage);
+  const PackedFiles files = loadPackedFiles(sourceDir, runStage);
+  const ExpandedTree expanded = expand(files);
+  const std::vector<Output> outputs = planOutputs(expanded, outputFiles, outputDir);
+  LegacyTexts texts(expanded);
   logElapsed(runStage, "  Finished unrolling and serializing all");
   ensureDirectory(outputDir);
-  return writeOutputs(outputs, runStage);
+  return writeOutputs(outputs, texts, runStage);
 }
 
 }  // namespace quenfold

@@ -114,5 +114,39 @@ TEST(JoinPath, AlwaysInsertsTheSlash) {
   EXPECT_EQ(joinPath("dir", ""), "dir/");
 }
 
+TEST(StreamFile, WritesWhatIsAppendedAndTellsItsLength) {
+  const test::ScratchFolder scratch;
+  const std::string path = scratch.file("out", "something long");
+  EXPECT_EQ(streamFile(path, [](TextStream& out) { out.append("x\n"); }), 2U);
+  EXPECT_EQ(scratch.bytesOf("out"), "x\n");
+  const std::string piece(50000, 'y');
+  const auto produce = [&](TextStream& out) {
+    for (int i = 0; i < 4; ++i) {
+      out.append(piece);
+    }
+  };
+  EXPECT_EQ(streamFile(path, produce), 200000U);
+  EXPECT_EQ(scratch.bytesOf("out"), std::string(200000, 'y'));
+  EXPECT_EQ(streamFile(path, [](TextStream&) {}), 0U);
+  EXPECT_EQ(scratch.bytesOf("out"), "");
+}
+
+TEST(StreamFile, NamesTheFileThatFails) {
+  const test::ScratchFolder scratch;
+  const std::string path = scratch.path("no/out");
+  const auto one = [](TextStream& out) { out.append("x"); };
+  EXPECT_EQ(test::messageOf([&] { streamFile(path, one); }), "error while opening file: " + path);
+  EXPECT_EQ(test::messageOf([&] { streamFile("/dev/full", one); }),
+            "error while writing file: /dev/full");
+  bool wentOn = false;
+  const auto much = [&](TextStream& out) {
+    out.append(std::string(1000000, 'x'));
+    wentOn = true;
+  };
+  EXPECT_EQ(test::messageOf([&] { streamFile("/dev/full", much); }),
+            "error while writing file: /dev/full");
+  EXPECT_FALSE(wentOn) << "the first failure ends it";
+}
+
 }  // namespace
 }  // namespace quenfold

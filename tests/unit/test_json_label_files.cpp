@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <map>
+#include <utility>
+
 #include "app/stage_timer.h"
 #include "json/label_files.h"
 #include "support/scratch.h"
@@ -12,10 +15,12 @@ std::vector<DeviceLabel> devicesOf(std::string_view json) {
   return parseDeviceLabels(scratch.file("devices.json", json));
 }
 
-PortLabelMap portsOf(std::string_view json, bool reverse = false,
-                     const DeviceMapper& mapper = nullptr) {
+using Entries = std::map<std::string, std::string>;
+
+Entries portsOf(std::string_view json, bool reverse = false, const DeviceMapper& mapper = nullptr) {
   const test::ScratchFolder scratch;
-  return loadPortLabels(scratch.file("ports.json", json), reverse, mapper);
+  const PortLabelMap labels = loadPortLabels(scratch.file("ports.json", json), reverse, mapper);
+  return {labels.begin(), labels.end()};
 }
 
 std::string deviceMessage(std::string_view json) {
@@ -65,14 +70,14 @@ TEST(ParseDeviceLabels, PassesAReadFailureOn) {
 
 TEST(LoadPortLabels, MapsKeyToLabelOrBack) {
   const char* const json = R"({"portLabels": {"dev1.in.3": "Vox"}})";
-  EXPECT_EQ(portsOf(json), (PortLabelMap{{"dev1.in.3", "Vox"}}));
-  EXPECT_EQ(portsOf(json, true), (PortLabelMap{{"Vox", "dev1.in.3"}}));
+  EXPECT_EQ(portsOf(json), (Entries{{"dev1.in.3", "Vox"}}));
+  EXPECT_EQ(portsOf(json, true), (Entries{{"Vox", "dev1.in.3"}}));
 }
 
 TEST(LoadPortLabels, LastOccurrenceWins) {
   const char* const json = R"({"portLabels": {"a.1": "Vox", "b.1": "Vox", "a.1": "Sax"}})";
-  EXPECT_EQ(portsOf(json), (PortLabelMap{{"a.1", "Sax"}, {"b.1", "Vox"}}));
-  EXPECT_EQ(portsOf(json, true), (PortLabelMap{{"Vox", "b.1"}, {"Sax", "a.1"}}));
+  EXPECT_EQ(portsOf(json), (Entries{{"a.1", "Sax"}, {"b.1", "Vox"}}));
+  EXPECT_EQ(portsOf(json, true), (Entries{{"Vox", "b.1"}, {"Sax", "a.1"}}));
 }
 
 TEST(LoadPortLabels, AsksTheMapperForTheDevicePart) {
@@ -82,8 +87,31 @@ TEST(LoadPortLabels, AsksTheMapperForTheDevicePart) {
     asked.emplace_back(device);
     return device == "dev1" ? std::string("7") : std::string();
   });
-  EXPECT_EQ(labels, (PortLabelMap{{"7.in.3", "Vox"}, {"plain", "P"}, {"x.y", "X"}}));
+  EXPECT_EQ(labels, (Entries{{"7.in.3", "Vox"}, {"plain", "P"}, {"x.y", "X"}}));
   EXPECT_EQ(asked, (std::vector<std::string>{"dev1", "x"}));
+}
+
+TEST(PortLabelMap, FindsByAView) {
+  PortLabelMap labels;
+  EXPECT_TRUE(labels.empty());
+  labels.assign("key", "first");
+  labels.assign("key", "second");
+  EXPECT_FALSE(labels.empty());
+  ASSERT_NE(labels.find(std::string_view("keys", 3)), labels.end());
+  EXPECT_EQ(labels.find("key")->second, "second");
+  EXPECT_EQ(labels.find("keys"), labels.end());
+}
+
+TEST(PortLabelMap, KeepsItsTextsWhereverItIsMoved) {
+  PortLabelMap labels;
+  labels.assign(labels.keepJoined("dev", ".in.3"), labels.keep("Vox"));
+  PortLabelMap moved = std::move(labels);
+  EXPECT_EQ(moved.find("dev.in.3")->second, "Vox");
+  PortLabelMap assigned;
+  assigned.assign("other", "");
+  assigned = std::move(moved);
+  EXPECT_EQ(assigned.find("dev.in.3")->second, "Vox");
+  EXPECT_EQ(assigned.find("other"), assigned.end());
 }
 
 TEST(LoadPortLabels, ReportsEachFault) {

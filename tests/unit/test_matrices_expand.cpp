@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+#include <utility>
+
 #include "matrices/expand.h"
 #include "support/scratch.h"
 
@@ -15,92 +18,150 @@ PortTypeGroup groupOf(Range ports, Range channels) {
   return {"in[{}]", ports.first, ports.last, {{"t", channels}}, Direction::kSource};
 }
 
-std::vector<std::string> namesOf(const ExpandedTree& expanded) {
-  std::vector<std::string> names;
-  for (const UnpackedPort& port : expanded.allPorts) {
-    names.push_back(port.name);
+using Names = std::vector<std::string>;
+using Labels = std::vector<std::string_view>;
+
+PortLabelMap labelsOf(
+    std::initializer_list<std::pair<std::string_view, std::string_view>> literals) {
+  PortLabelMap labels;
+  for (const auto& [key, label] : literals) {
+    labels.assign(key, label);
   }
-  return names;
+  return labels;
 }
 
-using Names = std::vector<std::string>;
+/// An expanded tree together with all that it refers to.
+struct Expansion {
+  explicit Expansion(PortTree ports, std::vector<DeviceLabel> deviceLabels = {},
+                     PortLabelMap portLabels = {})
+      : tree(std::move(ports)),
+        devices(std::move(deviceLabels)),
+        labels(std::move(portLabels)),
+        expanded(expandPortTree(tree, devices, labels)) {}
 
-TEST(ExpandPortTree, NamesPortsByLabelAndSerial) {
-  const PortLabelMap labels = {{"D.S.in[2].t.ch1", "Vox"}};
-  const ExpandedTree expanded = expandPortTree(treeOf(groupOf({2, 2}, {1, 2})),
-                                               {{"D", "Desk", "N1"}, {"D", "Late", "N2"}}, labels);
-  ASSERT_EQ(expanded.allPorts.size(), 2U);
-  EXPECT_EQ(expanded.allPorts[0].name, "Desk.S.in[2].t.ch1");
-  EXPECT_EQ(expanded.allPorts[0].serialName, "N1.S.in[2].t.ch1");
-  EXPECT_EQ(expanded.allPorts[0].label, "Vox");
-  EXPECT_EQ(expanded.allPorts[0].shownName(), "Vox");
-  EXPECT_EQ(expanded.allPorts[1].label, "");
-  EXPECT_EQ(expanded.allPorts[1].shownName(), "Desk.S.in[2].t.ch2");
+  /// The names of all ports in creation order, as the listed families give them.
+  [[nodiscard]] Names names() const {
+    Names names;
+    PortName name(expanded.longestName);
+    for (const auto& [device, ports, firstPort] : expanded.families) {
+      EXPECT_EQ(firstPort, names.size());
+      name.startFamily(device.label, ports);
+      for (std::int64_t port = ports.group->first; port <= ports.group->last; ++port) {
+        name.startPort(static_cast<std::int32_t>(port));
+        for (std::int64_t ch = ports.channels.first; ch <= ports.channels.last; ++ch) {
+          names.emplace_back(name.onChannel(static_cast<std::int32_t>(ch)));
+        }
+      }
+    }
+    EXPECT_EQ(expanded.ports, names.size());
+    return names;
+  }
+
+  PortTree tree;
+  std::vector<DeviceLabel> devices;
+  PortLabelMap labels;
+  ExpandedTree expanded;
+};
+
+TEST(ExpandPortTree, NamesPortsByTheFirstRecordOfTheirDevice) {
+  const Expansion expansion(treeOf(groupOf({2, 2}, {1, 2})),
+                            {{"D", "Desk", "N1"}, {"D", "Late", "N2"}},
+                            labelsOf({{"D.S.in[2].t.ch2", "Vox"}, {"Desk.S.in[2].t.ch1", "No"}}));
+  const ExpandedTree& expanded = expansion.expanded;
+  EXPECT_EQ(expansion.names(), (Names{"Desk.S.in[2].t.ch1", "Desk.S.in[2].t.ch2"}));
+  ASSERT_EQ(expanded.families.size(), 1U);
+  EXPECT_EQ(expanded.families[0].device.serial, "N1");
+  EXPECT_EQ(expanded.labels, (Labels{"", "Vox"}));
+  EXPECT_EQ(expanded.labelOf(1), "Vox");
   ASSERT_EQ(expanded.matrices.size(), 1U);
   EXPECT_EQ(expanded.matrices.begin()->first, "Desk.t");
   EXPECT_EQ(expanded.matrices.begin()->second.serialnumber, "N1");
 }
 
 TEST(ExpandPortTree, LooksUpADeviceWithoutRecordByTheSuffixAlone) {
-  const PortLabelMap labels = {{".S.in[1].t.ch1", "Vox"}, {"D.S.in[1].t.ch1", "Not this"}};
-  const ExpandedTree expanded = expandPortTree(treeOf(groupOf({1, 1}, {1, 1})), {}, labels);
-  ASSERT_EQ(expanded.allPorts.size(), 1U);
-  EXPECT_EQ(expanded.allPorts[0].name, "D.S.in[1].t.ch1");
-  EXPECT_EQ(expanded.allPorts[0].serialName, ".S.in[1].t.ch1");
-  EXPECT_EQ(expanded.allPorts[0].label, "Vox");
-  EXPECT_EQ(expanded.matrices.at("D.t").serialnumber, "");
+  const Expansion expansion(treeOf(groupOf({1, 1}, {1, 1})), {},
+                            labelsOf({{".S.in[1].t.ch1", "Vox"}, {"D.S.in[1].t.ch1", "Not this"}}));
+  EXPECT_EQ(expansion.names(), (Names{"D.S.in[1].t.ch1"}));
+  EXPECT_EQ(expansion.expanded.families.at(0).device.serial, "");
+  EXPECT_EQ(expansion.expanded.labels, (Labels{"Vox"}));
+  EXPECT_EQ(expansion.expanded.matrices.at("D.t").serialnumber, "");
+}
+
+TEST(ExpandPortTree, HasNoLabelsWithoutAnyInTheFile) {
+  const Expansion expansion(treeOf(groupOf({1, 2}, {1, 2})));
+  EXPECT_EQ(expansion.expanded.ports, 4U);
+  EXPECT_TRUE(expansion.expanded.labels.empty());
+  EXPECT_EQ(expansion.expanded.labelOf(3), "");
+}
+
+TEST(ExpandPortTree, KnowsTheLongestName) {
+  const auto longest = [](std::vector<DeviceLabel> devices) {
+    return Expansion(treeOf(groupOf({9, 10}, {-1, 5})), std::move(devices)).expanded.longestName;
+  };
+  // A place is taken to be one byte longer than its number.
+  const std::size_t suffix = std::string_view(".S.in[10].t.ch-1").size() + 1;
+  EXPECT_EQ(longest({}), 1 + suffix);
+  EXPECT_EQ(longest({{"D", "label", "L"}}), 5 + suffix);
+  EXPECT_EQ(longest({{"D", "L", "serial"}}), 6 + suffix);
+  EXPECT_EQ(longest({{"D", "", ""}}), 1 + suffix);
 }
 
 TEST(ExpandPortTree, RunsPortsOutsideAndChannelsInside) {
   PortTypeGroup group = groupOf({1, 2}, {3, 4});
   group.types["a"] = {9, 9};
-  EXPECT_EQ(namesOf(expandPortTree(treeOf(group), {}, {})),
+  EXPECT_EQ(Expansion(treeOf(group)).names(),
             (Names{"D.S.in[1].a.ch9", "D.S.in[2].a.ch9", "D.S.in[1].t.ch3", "D.S.in[1].t.ch4",
                    "D.S.in[2].t.ch3", "D.S.in[2].t.ch4"}));
 }
 
-TEST(ExpandPortTree, FillsTheListsByDirection) {
-  PortTypeGroup in = groupOf({1, 1}, {1, 1});
-  PortTypeGroup out = groupOf({2, 2}, {1, 1});
+TEST(ExpandPortTree, CountsTheListsByDirection) {
+  PortTypeGroup in = groupOf({1, 1}, {1, 2});
+  PortTypeGroup out = groupOf({2, 4}, {1, 1});
   out.direction = Direction::kDestination;
-  PortTypeGroup other = groupOf({3, 3}, {1, 1});
+  PortTypeGroup other = groupOf({5, 5}, {1, 1});
   other.direction = Direction::kUnknown;
-  const ExpandedTree expanded = expandPortTree({{"D", {{"S", {out, other, in}}}}}, {}, {});
-  ASSERT_EQ(expanded.inputs.size(), 1U);
-  EXPECT_EQ(expanded.inputs[0], &expanded.allPorts[2]);
-  ASSERT_EQ(expanded.outputs.size(), 1U);
-  EXPECT_EQ(expanded.outputs[0], &expanded.allPorts[0]);
-  EXPECT_EQ(expanded.allPorts.size(), 3U);
-  EXPECT_EQ(expanded.matrices.at("D.t").ports.size(), 3U);
+  const Expansion expansion({{"D", {{"S", {out, other, in}}}}});
+  EXPECT_EQ(expansion.expanded.inputs, 2U);
+  EXPECT_EQ(expansion.expanded.outputs, 3U);
+  EXPECT_EQ(expansion.expanded.ports, 6U);
+  const ExpandedTree& expanded = expansion.expanded;
+  EXPECT_EQ(expanded.matrices.at("D.t").families,
+            (std::vector<const ExpandedFamily*>{&expanded.families[0], &expanded.families[1],
+                                                &expanded.families[2]}));
 }
 
 TEST(ExpandPortTree, SharesAMatrixOfTheSameLabelAndType) {
   const PortTypeGroup group = groupOf({1, 1}, {1, 1});
-  const PortTree tree = {{"B", {{"S", {group}}}}, {"A", {{"S", {group}}}}};
-  const ExpandedTree expanded =
-      expandPortTree(tree, {{"B", "Desk", "serial B"}, {"A", "Desk", "serial A"}}, {});
-  ASSERT_EQ(expanded.matrices.size(), 1U);
-  EXPECT_EQ(expanded.matrices.at("Desk.t").serialnumber, "serial A");
-  EXPECT_EQ(expanded.matrices.at("Desk.t").ports.size(), 2U);
+  const Expansion expansion({{"B", {{"S", {group}}}}, {"A", {{"S", {group}}}}},
+                            {{"B", "Desk", "serial B"}, {"A", "Desk", "serial A"}});
+  ASSERT_EQ(expansion.expanded.matrices.size(), 1U);
+  EXPECT_EQ(expansion.expanded.matrices.at("Desk.t").serialnumber, "serial A");
+  EXPECT_EQ(expansion.expanded.matrices.at("Desk.t").families.size(), 2U);
 }
 
 TEST(ExpandPortTree, KeepsAMatrixWithoutPortsForAReversedRange) {
   for (const PortTypeGroup& group : {groupOf({2, 1}, {1, 9}), groupOf({1, 9}, {2, 1})}) {
-    const ExpandedTree expanded = expandPortTree(treeOf(group), {}, {});
-    EXPECT_TRUE(expanded.allPorts.empty());
-    ASSERT_EQ(expanded.matrices.size(), 1U);
-    EXPECT_TRUE(expanded.matrices.at("D.t").ports.empty());
+    const Expansion expansion(treeOf(group));
+    EXPECT_EQ(expansion.expanded.ports, 0U);
+    EXPECT_TRUE(expansion.expanded.families.empty());
+    ASSERT_EQ(expansion.expanded.matrices.size(), 1U);
+    EXPECT_TRUE(expansion.expanded.matrices.at("D.t").families.empty());
   }
 }
 
 TEST(ExpandPortTree, EndsAtTheLargestNumber) {
-  EXPECT_EQ(namesOf(expandPortTree(treeOf(groupOf({kLargest - 1, kLargest}, {kLargest, kLargest})),
-                                   {}, {})),
+  EXPECT_EQ(Expansion(treeOf(groupOf({kLargest - 1, kLargest}, {kLargest, kLargest}))).names(),
             (Names{"D.S.in[2147483646].t.ch2147483647", "D.S.in[2147483647].t.ch2147483647"}));
   EXPECT_EQ(
-      namesOf(expandPortTree(
-          treeOf(groupOf({-kLargest - 1, -kLargest - 1}, {-kLargest - 1, -kLargest - 1})), {}, {})),
+      Expansion(treeOf(groupOf({-kLargest - 1, -kLargest - 1}, {-kLargest - 1, -kLargest - 1})))
+          .names(),
       (Names{"D.S.in[-2147483648].t.ch-2147483648"}));
+}
+
+TEST(ExpandPortTree, EndsLabelsAtTheLargestNumber) {
+  const Expansion expansion(treeOf(groupOf({kLargest, kLargest}, {kLargest - 1, kLargest})), {},
+                            labelsOf({{".S.in[2147483647].t.ch2147483647", "Vox"}}));
+  EXPECT_EQ(expansion.expanded.labels, (Labels{"", "Vox"}));
 }
 
 TEST(ExpandPortTree, RefusesMorePortsThanTheLimit) {
@@ -133,7 +194,9 @@ TEST(ExpandPortTree, CountsALabelForEveryPortThatBearsIt) {
   PortTypeGroup group = groupOf({1, 10000}, {1, 1});
   group.port = "same";
   EXPECT_EQ(test::messageOf([&] {
-              expandPortTree(treeOf(group), {}, {{".S.same.t.ch1", std::string(1000000, 'x')}});
+              PortLabelMap labels;
+              labels.assign(".S.same.t.ch1", labels.keep(std::string(1000000, 'x')));
+              expandPortTree(treeOf(group), {}, labels);
             }),
             "too many bytes of port names: more than 8589934592");
 }
@@ -151,25 +214,29 @@ TEST(ExpandPortTree, CountsTheNamesOfMatricesWithoutPorts) {
 
 TEST(ExpandPortTree, EndsOnAHugeRangeWithoutPorts) {
   PortTypeGroup group = groupOf({-kLargest - 1, kLargest}, {2, 1});
-  EXPECT_TRUE(expandPortTree(treeOf(group), {}, {}).allPorts.empty());
+  EXPECT_EQ(expandPortTree(treeOf(group), {}, {}).ports, 0U);
 }
 
 TEST(ExpandPortTree, TakesABadPatternForAnErrorOnlyWhereAPortIsWritten) {
   PortTypeGroup group = groupOf({1, 1}, {1, 1});
   group.port = "x{[{}]";
   EXPECT_NE(test::messageOf([&] { expandPortTree(treeOf(group), {}, {}); }), "");
+  EXPECT_NE(test::messageOf([&] {
+              expandPortTree(treeOf(group), {}, labelsOf({{"x", "y"}}));
+            }),
+            "")
+      << "with labels";
   group.types["t"] = {2, 1};
-  EXPECT_TRUE(expandPortTree(treeOf(group), {}, {}).allPorts.empty());
+  EXPECT_EQ(expandPortTree(treeOf(group), {}, {}).ports, 0U);
   group.types["t"] = {1, 1};
   group.last = 0;
-  EXPECT_TRUE(expandPortTree(treeOf(group), {}, {}).allPorts.empty());
+  EXPECT_EQ(expandPortTree(treeOf(group), {}, {}).ports, 0U);
 }
 
 TEST(ExpandPortTree, TakesOtherBracesAsText) {
   PortTypeGroup group = groupOf({7, 8}, {1, 1});
   group.port = "plain";
-  const PortTree tree = {{"{}", {{"{0}", {group}}}}};
-  EXPECT_EQ(namesOf(expandPortTree(tree, {}, {})),
+  EXPECT_EQ(Expansion({{"{}", {{"{0}", {group}}}}}).names(),
             (Names{"{}.{0}.plain.t.ch1", "{}.{0}.plain.t.ch1"}));
 }
 

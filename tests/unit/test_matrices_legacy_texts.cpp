@@ -1,56 +1,141 @@
 #include <gtest/gtest.h>
 
 #include "matrices/legacy_texts.h"
+#include "support/texts.h"
 
 namespace quenfold::unpacking {
 namespace {
 
-const UnpackedPort kPlain = {"D.A.P1.T.ch1", "N.A.P1.T.ch1", ""};
-const UnpackedPort kLabelled = {"D.A.P1.T.ch2", "N.A.P1.T.ch2", "Vox"};
-const UnpackedPort kQuoted = {"D.A.\"[1].T.ch1", "N.A.\"[1].T.ch1", "a\\b\n"};
+const DeviceNames kDesk = {"D", "N", "I"};
 
-TEST(AvailableText, MapsTheShownNameToThePort) {
-  EXPECT_EQ(textOf(availableText({&kPlain, &kLabelled})),
-            R"([{"k":"D.A.P1.T.ch1","v":"D.A.P1.T.ch1"},{"k":"Vox","v":"D.A.P1.T.ch2"}])");
-  EXPECT_EQ(textOf(availableText({})), "[]");
+PortTypeGroup groupOf(std::string pattern, Range ports, Direction direction) {
+  return {std::move(pattern), ports.first, ports.last, {}, direction};
+}
+
+const PortTypeGroup kInputs = groupOf("P{}", {1, 2}, Direction::kSource);
+const PortTypeGroup kOutput = groupOf("out", {1, 1}, Direction::kDestination);
+const PortTypeGroup kOther = groupOf("x", {1, 1}, Direction::kUnknown);
+const PortTypeGroup kQuoted = groupOf("\"[{}]", {1, 1}, Direction::kSource);
+const PortTypeGroup kControl = groupOf("{:c}", {7, 7}, Direction::kSource);
+
+/// The families' ports with labels by creation order, in one matrix "M" of serial "N".
+ExpandedTree treeOf(std::vector<PortFamily> families, std::vector<std::string_view> labels = {}) {
+  ExpandedTree tree;
+  tree.labels = std::move(labels);
+  tree.longestName = 100;
+  for (const PortFamily& family : families) {
+    tree.families.push_back({kDesk, family, tree.ports});
+    tree.ports += static_cast<std::size_t>((family.group->last - family.group->first + 1) *
+                                           (family.channels.last - family.channels.first + 1));
+  }
+  MatrixEntry& matrix = tree.matrices["M"];
+  matrix.serialnumber = "N";
+  for (const ExpandedFamily& family : tree.families) {
+    matrix.families.push_back(&family);
+  }
+  return tree;
+}
+
+std::string textOf(const ExpandedTree& tree, void (LegacyTexts::*write)(TextStream& out)) {
+  LegacyTexts texts(tree);
+  return test::textOf([&](TextStream& out) { (texts.*write)(out); });
+}
+
+/// What stands between the brackets of a matrix's ports.
+std::string portsOf(const ExpandedTree& tree) {
+  const std::string text = textOf(tree, &LegacyTexts::writeMatrices);
+  const std::string front =
+      R"({"Config":{"version":8,"Matrices":[{"id":0,"name":"M","serialnumber":"N","ports":[)";
+  const std::string back = "]}]}}";
+  EXPECT_EQ(text.substr(0, front.size()), front);
+  EXPECT_EQ(text.substr(text.size() - back.size()), back);
+  return text.substr(front.size(), text.size() - front.size() - back.size());
+}
+
+TEST(AvailableTexts, MapTheShownNameToThePortOfTheirDirection) {
+  const ExpandedTree tree = treeOf({{"A", &kInputs, "T", {1, 1}},
+                                    {"A", &kOther, "T", {1, 1}},
+                                    {"A", &kOutput, "T", {3, 4}},
+                                    {"B", &kInputs, "U", {1, 1}}},
+                                   {"", "Vox", "", "", "Main", "", ""});
+  EXPECT_EQ(textOf(tree, &LegacyTexts::writeAvailableInputs),
+            R"([{"k":"D.A.P1.T.ch1","v":"D.A.P1.T.ch1"},{"k":"Vox","v":"D.A.P2.T.ch1"},)"
+            R"({"k":"D.B.P1.U.ch1","v":"D.B.P1.U.ch1"},{"k":"D.B.P2.U.ch1","v":"D.B.P2.U.ch1"}])");
+  EXPECT_EQ(textOf(tree, &LegacyTexts::writeAvailableOutputs),
+            R"([{"k":"D.A.out.T.ch3","v":"D.A.out.T.ch3"},{"k":"Main","v":"D.A.out.T.ch4"}])");
 }
 
 TEST(PortLabelsText, MapsThePortToItsSerialName) {
-  EXPECT_EQ(textOf(portLabelsText({kPlain, kLabelled})),
-            R"([{"k":"D.A.P1.T.ch1","v":"N.A.P1.T.ch1"},{"k":"D.A.P1.T.ch2","v":"N.A.P1.T.ch2"}])");
-  EXPECT_EQ(textOf(portLabelsText({})), "[]");
+  EXPECT_EQ(textOf(treeOf({{"A", &kInputs, "T", {1, 1}}, {"A", &kOther, "T", {1, 1}}}),
+                   &LegacyTexts::writePortLabels),
+            R"([{"k":"D.A.P1.T.ch1","v":"N.A.P1.T.ch1"},{"k":"D.A.P2.T.ch1","v":"N.A.P2.T.ch1"},)"
+            R"({"k":"D.A.x.T.ch1","v":"N.A.x.T.ch1"}])");
 }
 
 TEST(UserPortLabelsText, PairsThePortWithItsShownName) {
   EXPECT_EQ(
-      textOf(userPortLabelsText({kPlain, kLabelled})),
-      R"([{"port":"D.A.P1.T.ch1","label":"D.A.P1.T.ch1"},{"port":"D.A.P1.T.ch2","label":"Vox"}])");
-  EXPECT_EQ(textOf(userPortLabelsText({})), "[]");
+      textOf(treeOf({{"A", &kInputs, "T", {1, 1}}}, {"", "Vox"}),
+             &LegacyTexts::writeUserPortLabels),
+      R"([{"port":"D.A.P1.T.ch1","label":"D.A.P1.T.ch1"},{"port":"D.A.P2.T.ch1","label":"Vox"}])");
+}
+
+TEST(LegacyTexts, AreEmptyListsWithoutPorts) {
+  const ExpandedTree tree;
+  for (const auto write : {&LegacyTexts::writeAvailableInputs, &LegacyTexts::writeAvailableOutputs,
+                           &LegacyTexts::writePortLabels, &LegacyTexts::writeUserPortLabels}) {
+    EXPECT_EQ(textOf(tree, write), "[]");
+  }
+  EXPECT_EQ(textOf(tree, &LegacyTexts::writeMatrices), R"({"Config":{"version":8,"Matrices":[]}})");
 }
 
 TEST(LegacyTexts, KeptOnPurposeHandBuiltTextsEscapeNothing) {
-  EXPECT_EQ(textOf(availableText({&kQuoted})), "[{\"k\":\"a\\b\n\",\"v\":\"D.A.\"[1].T.ch1\"}]");
-  EXPECT_EQ(textOf(portLabelsText({kQuoted})),
+  const ExpandedTree tree = treeOf({{"A", &kQuoted, "T", {1, 1}}}, {"a\\b\n"});
+  EXPECT_EQ(textOf(tree, &LegacyTexts::writeAvailableInputs),
+            "[{\"k\":\"a\\b\n\",\"v\":\"D.A.\"[1].T.ch1\"}]");
+  EXPECT_EQ(textOf(tree, &LegacyTexts::writePortLabels),
             "[{\"k\":\"D.A.\"[1].T.ch1\",\"v\":\"N.A.\"[1].T.ch1\"}]");
-  EXPECT_EQ(textOf(userPortLabelsText({kQuoted})),
+  EXPECT_EQ(textOf(tree, &LegacyTexts::writeUserPortLabels),
             "[{\"port\":\"D.A.\"[1].T.ch1\",\"label\":\"a\\b\n\"}]");
 }
 
 TEST(MatricesText, WritesMatricesInNameOrderCountedFromZero) {
-  const std::map<std::string, MatrixEntry> matrices = {
-      {"D.b", {"N", {&kLabelled, &kPlain}}}, {"D.a", {"", {}}}, {"E.\"", {"M", {&kQuoted}}}};
+  ExpandedTree tree =
+      treeOf({{"A", &kInputs, "T", {1, 1}}, {"B", &kOutput, "T", {2, 2}}}, {"", "Vox", ""});
+  tree.matrices.clear();
+  tree.matrices["D.b"] = {"N", {&tree.families[1], &tree.families[0]}};
+  tree.matrices["D.a"] = {"", {}};
+  tree.matrices["E.\""] = {"M\n", {&tree.families[1]}};
   EXPECT_EQ(
-      textOf(matricesText(matrices)),
+      textOf(tree, &LegacyTexts::writeMatrices),
       R"({"Config":{"version":8,"Matrices":[)"
       R"({"id":0,"name":"D.a","serialnumber":"","ports":[]},)"
       R"({"id":1,"name":"D.b","serialnumber":"N","ports":[)"
-      R"({"port":"D.A.P1.T.ch2","label":"Vox"},{"port":"D.A.P1.T.ch1","label":"D.A.P1.T.ch1"}]},)"
-      R"({"id":2,"name":"E.\"","serialnumber":"M","ports":[)"
-      R"({"port":"D.A.\"[1].T.ch1","label":"a\\b\n"}]}]}})");
+      R"({"port":"D.B.out.T.ch2","label":"D.B.out.T.ch2"},)"
+      R"({"port":"D.A.P1.T.ch1","label":"D.A.P1.T.ch1"},{"port":"D.A.P2.T.ch1","label":"Vox"}]},)"
+      R"({"id":2,"name":"E.\"","serialnumber":"M\n","ports":[)"
+      R"({"port":"D.B.out.T.ch2","label":"D.B.out.T.ch2"}]}]}})");
 }
 
-TEST(MatricesText, WritesAnEmptyList) {
-  EXPECT_EQ(textOf(matricesText({})), R"({"Config":{"version":8,"Matrices":[]}})");
+TEST(MatricesText, EscapesEachPartOfAName) {
+  EXPECT_EQ(portsOf(treeOf({{"\n", &kOther, "T", {1, 1}}})),
+            R"({"port":"D.\n.x.T.ch1","label":"D.\n.x.T.ch1"})");
+  EXPECT_EQ(portsOf(treeOf({{"A", &kOther, "\\", {1, 1}}})),
+            R"({"port":"D.A.x.\\.ch1","label":"D.A.x.\\.ch1"})");
+  EXPECT_EQ(portsOf(treeOf({{"A", &kQuoted, "T", {1, 1}}})),
+            R"({"port":"D.A.\"[1].T.ch1","label":"D.A.\"[1].T.ch1"})");
+  ExpandedTree tree = treeOf({{"A", &kOther, "T", {1, 1}}});
+  tree.families[0].device.label = "\"";
+  EXPECT_EQ(portsOf(tree), R"({"port":"\".A.x.T.ch1","label":"\".A.x.T.ch1"})");
+}
+
+TEST(MatricesText, EscapesWhatTheFormatterMakesOfAPlainPattern) {
+  EXPECT_EQ(portsOf(treeOf({{"A", &kControl, "T", {1, 1}}})),
+            R"({"port":"D.A.\u0007.T.ch1","label":"D.A.\u0007.T.ch1"})");
+}
+
+TEST(MatricesText, EscapesALabelOfAPlainName) {
+  EXPECT_EQ(portsOf(treeOf({{"A", &kOther, "T", {1, 1}}}, {"a\\b\n"})),
+            R"({"port":"D.A.x.T.ch1","label":"a\\b\n"})");
 }
 
 }  // namespace

@@ -10,6 +10,44 @@ namespace {
 
 constexpr std::int32_t kLargest = 2147483647;
 
+std::string formatPort(std::string_view text, std::int32_t number) {
+  const PortPattern pattern = splitPattern(text);
+  std::string room(40000, '*');
+  char* const end = printPort(pattern, number, room.data(), room.data() + room.size());
+  room.resize(static_cast<std::size_t>(end - room.data()));
+  return std::string(pattern.front).append(room).append(pattern.back);
+}
+
+TEST(SplitPattern, LeavesToTheFormatterWhatIsNoTextAroundOneNumber) {
+  using Kind = PortPattern::Kind;
+  for (const char* text : {"", "plain", "in[]"}) {
+    EXPECT_EQ(splitPattern(text).kind, Kind::kText) << text;
+  }
+  for (const char* text : {"{}", "in[{}]", "{}x"}) {
+    EXPECT_EQ(splitPattern(text).kind, Kind::kNumber) << text;
+  }
+  for (const char* text : {"{", "}", "{0}", "{:}", "}{", "{}{}", "{{}}", "{}}", "{}{", "x}}{}"}) {
+    EXPECT_EQ(splitPattern(text).kind, Kind::kFormat) << text;
+  }
+}
+
+TEST(PrintPort, FormatsEveryKind) {
+  EXPECT_EQ(formatPort("plain", 3), "plain");
+  EXPECT_EQ(formatPort("in[{}]", -2147483647 - 1), "in[-2147483648]");
+  EXPECT_EQ(formatPort("a}}b{:>3}", 7), "a}b  7");
+  for (const char* bad : {"x{", "}x", "{}{}", "{1}", "{}{", "{:q}"}) {
+    EXPECT_NE(test::messageOf([&] { formatPort(bad, 1); }), "") << bad;
+  }
+}
+
+TEST(PrintPort, KeepsToTheLimit) {
+  for (const char* text : {"{:>5}", "{}"}) {
+    std::string room = "......";
+    printPort(splitPattern(text), 12345, room.data(), room.data() + 3);
+    EXPECT_EQ(room.substr(3), "...") << text;
+  }
+}
+
 TEST(LongestNumber, LooksAtBothEnds) {
   EXPECT_EQ(longestNumber(1, 9), 1U);
   EXPECT_EQ(longestNumber(9, 10), 2U);
