@@ -56,8 +56,10 @@ void writePort(TextWriter& writer, const std::string& name) {
 
 /// Made beforehand: the library is measured, not the making of names.
 std::vector<std::string> portNames() {
+  constexpr int kNames = 4096;
   std::vector<std::string> names;
-  for (int port = 0; port < 4096; ++port) {
+  names.reserve(kNames);
+  for (int port = 0; port < kNames; ++port) {
     names.push_back(fmt::format("Studio12 Broadcast Hall.slot{}.in[{}].audio.ch{}", port / 512,
                                 port / 8 % 64, port % 8));
   }
