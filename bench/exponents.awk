@@ -1,15 +1,17 @@
 # Reads counts as bench/count-size writes them. Prints for each shape and conversion with more than
 # one size: shape, conversion, bytes of the largest size, instructions a byte at the smallest and at
 # the largest, and the growth exponent: the slope of log instructions over log bytes by least
-# squares. Of every count a start is subtracted, the same conversion of "usual 10".
-$1 == "usual" && $2 == 10 { start[$3] = $5; next }
+# squares. From every size a start is subtracted, the bytes and the instructions of the same
+# conversion of "usual 10".
+$1 == "usual" && $2 == 10 { start_bytes[$3] = $4; start[$3] = $5; next }
 { shape[NR] = $1; conversion[NR] = $3; bytes[NR] = $4; counted[NR] = $5 }
 END {
   for (line in shape) {
     row = shape[line] " " conversion[line]
     instructions = counted[line] - start[conversion[line]]
-    add(row, log(bytes[line]), log(instructions))
-    keep_ends(row, bytes[line], instructions / bytes[line])
+    further = bytes[line] - start_bytes[conversion[line]]
+    add(row, log(further), log(instructions))
+    keep_ends(row, bytes[line], instructions / further)
   }
   for (row in sizes) {
     if (sizes[row] > 1) {

@@ -12,7 +12,9 @@ set_arguments() {
     matrices_pack) arguments=(-f matrices -p -s legacy -i matrices.json -d "$2") ;;
     matrices_unpack) arguments=(-f matrices -u -s packed -d "$2" -o "$all,userPortLabels.json") ;;
     logicalio_pack) arguments=(-f logicalio -p -s packed -i legacy/sources.json -d "$2") ;;
-    logicalio_unpack) arguments=(-f logicalio -u -s packed -i logicalSources -d "$2" -o sources.json) ;;
+    logicalio_unpack)
+      arguments=(-f logicalio -u -s packed -i logicalSources -d "$2" -o sources.json)
+      ;;
     *) echo "no such conversion: $1" >&2 && return 1 ;;
   esac
 }
@@ -27,8 +29,8 @@ bytes_of() {
   esac
 }
 
-# set_floor FLOOR: the array `arguments` for what a library alone does with the database, its program
-# first, and `title`.
+# set_floor FLOOR: the array `arguments` for what a library alone does with the database, its
+# program first, and `title`.
 set_floor() {
   local matrices=legacy/matrices.json sources=legacy/sources.json
   case $1 in
