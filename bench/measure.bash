@@ -1,0 +1,94 @@
+# shellcheck shell=bash
+# The four conversions and how a run is measured; sourced by the scripts that measure. A conversion
+# runs in the folder of a database with the folders legacy and packed.
+# shellcheck disable=SC2034 # the arrays are for the scripts
+
+conversions=(matrices_pack matrices_unpack logicalio_pack logicalio_unpack)
+
+# set_arguments CONVERSION OUT: the array `arguments` for the program, which writes into OUT.
+set_arguments() {
+  local all=matrices.json,availableInputs.json,availableOutputs.json,portLabels.json
+  case $1 in
+    matrices_pack) arguments=(-f matrices -p -s legacy -i matrices.json -d "$2") ;;
+    matrices_unpack) arguments=(-f matrices -u -s packed -d "$2" -o "$all,userPortLabels.json") ;;
+    logicalio_pack) arguments=(-f logicalio -p -s packed -i legacy/sources.json -d "$2") ;;
+    logicalio_unpack)
+      arguments=(-f logicalio -u -s packed -i logicalSources -d "$2" -o sources.json)
+      ;;
+    *) echo "no such conversion: $1" >&2 && return 1 ;;
+  esac
+}
+
+# bytes_of CONVERSION OUT: of the input for a pack, written for an unpack.
+bytes_of() {
+  case $1 in
+    matrices_pack) stat -c %s legacy/matrices.json ;;
+    logicalio_pack) stat -c %s legacy/sources.json ;;
+    matrices_unpack) cat "$2"/*.json | wc -c ;;
+    logicalio_unpack) stat -c %s "$2/sources.json" ;;
+  esac
+}
+
+# set_floor FLOOR: the array `arguments` for what a library alone does with the database, its
+# program first, and `title`.
+set_floor() {
+  local matrices=legacy/matrices.json sources=legacy/sources.json
+  case $1 in
+    rapidjson-copying)
+      title="RapidJSON parses \`matrices.json\`, copying"
+      arguments=(rapidjson_floor copying "$matrices")
+      ;;
+    rapidjson-in-situ)
+      title="RapidJSON parses \`matrices.json\` in place"
+      arguments=(rapidjson_floor in-situ "$matrices")
+      ;;
+    rapidjson-sse42)
+      title="RapidJSON parses \`matrices.json\` in place, SSE4.2"
+      arguments=(rapidjson_floor_sse42 in-situ "$matrices")
+      ;;
+    rapidjson-write)
+      title="RapidJSON writes \`matrices.json\`"
+      arguments=(rapidjson_floor write "$(stat -c %s "$matrices")" floor.out)
+      ;;
+    cjson-parse)
+      title="cJSON parses \`sources.json\`"
+      arguments=(cjson_floor parse "$sources")
+      ;;
+    cjson-parse-print)
+      title="cJSON parses and prints \`sources.json\`"
+      arguments=(cjson_floor parse-print "$sources")
+      ;;
+    cjson-build)
+      title="cJSON builds and prints \`sources.json\`"
+      arguments=(cjson_floor build "$(stat -c %s "$sources")" floor.out)
+      ;;
+  esac
+}
+
+# floor_of CONVERSION: what it cannot do without.
+floor_of() {
+  case $1 in
+    matrices_pack) echo rapidjson-in-situ ;;
+    matrices_unpack) echo rapidjson-write ;;
+    logicalio_pack) echo cjson-parse-print ;;
+    logicalio_unpack) echo cjson-build ;;
+  esac
+}
+
+# instructions COMMAND...: that a run takes, the loader's included. The environment is emptied and
+# the addresses are fixed, so that the count repeats.
+instructions() {
+  env -i setarch -R valgrind --tool=callgrind --callgrind-out-file=/dev/null "$@" 2>&1 >/dev/null |
+    sed -n 's/.*Collected : //p'
+}
+
+# peak_bytes COMMAND...: of resident memory.
+peak_bytes() { echo "$(($(/usr/bin/time -f %M "$@" 2>&1 >/dev/null | tail -n 1) * 1024))"; }
+
+# nanoseconds COMMAND...: of wall time.
+nanoseconds() {
+  local start
+  start=$(date +%s%N)
+  "$@" >/dev/null
+  echo "$(($(date +%s%N) - start))"
+}
