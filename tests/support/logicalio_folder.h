@@ -16,6 +16,13 @@ namespace quenfold::test {
 inline constexpr std::string_view kNoDevices = R"({"deviceLabels": []})";
 inline constexpr std::string_view kNoPortLabels = R"({"portLabels": {}})";
 
+/// Two devices, and a port of one of them with a label of the user's.
+inline constexpr std::string_view kDevices = R"({"deviceLabels": [
+  {"id": "SN1", "label": "Stage", "serial": "SN1"},
+  {"id": "SN2", "label": "FOH", "serial": "SN2"}]})";
+inline constexpr std::string_view kPortLabels =
+    R"({"portLabels": {"SN2.slot1.in[2].mic.ch0": "Vox"}})";
+
 /// A folder with both label files, in which whole conversions run.
 class LogicalIOFolder : public ScratchFolder {
  public:

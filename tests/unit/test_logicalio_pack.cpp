@@ -11,13 +11,9 @@
 namespace quenfold {
 namespace {
 
+using test::kDevices;
+using test::kPortLabels;
 using test::LogicalIOFolder;
-
-constexpr const char* kDevices = R"({"deviceLabels": [
-  {"id": "SN1", "label": "Stage", "serial": "SN1"},
-  {"id": "SN2", "label": "FOH", "serial": "SN2"}]})";
-
-constexpr const char* kPortLabels = R"({"portLabels": {"SN2.slot1.in[2].mic.ch0": "Vox"}})";
 
 constexpr const char* kSources = R"({"LogicalSources": {"version": 10, "levelKeys": [1, 2, 3],
   "LogicalSource": [
@@ -25,6 +21,19 @@ constexpr const char* kSources = R"({"LogicalSources": {"version": 10, "levelKey
      "description": "", "category": ["5", "Show", "", "x", "", ""], "tally": "T1", "redirect": 1},
     {"name": "é", "id": -1, "val": ["", 5, "FOH.slot1.in[1].mic.ch0"], "redirect": 4,
      "description": "left", "online": true}]}})";
+
+/// What stands in the ports file and in the hash file.
+constexpr const char* kHash = R"("hash":	{
+			"category":	1740965305,
+			"description":	2158103027,
+			"id":	2525627808,
+			"key":	633243907,
+			"name":	1563114135,
+			"online":	453165582,
+			"port":	3888020533,
+			"redirect":	4055879026,
+			"tally":	3023430481
+		})";
 
 /// A sources document with these entries.
 std::string sourcesOf(const std::string& entries) {
@@ -81,17 +90,7 @@ TEST(PackLogicalIO, WritesThePortsFile) {
 			"bitPacking":	"${device,1}.${slot,1}.${port_prefix,0}[#{port_id,2}].${type,0}.ch#{ch,1}"
 		},
 		"levelKeys":	[1, 2, 3],
-		"hash":	{
-			"category":	1740965305,
-			"description":	2158103027,
-			"id":	2525627808,
-			"key":	633243907,
-			"name":	1563114135,
-			"online":	453165582,
-			"port":	3888020533,
-			"redirect":	4055879026,
-			"tally":	3023430481
-		},
+		)" + std::string(kHash) + R"(,
 		"logicalIO":	[{
 				"id":	7,
 				"tally":	"T1",
@@ -130,17 +129,7 @@ TEST(PackLogicalIO, WritesTheHashFileBesideTheInput) {
   folder.pack(kSources);
   EXPECT_EQ(folder.bytesOf("in.hash"), R"({
 	"LogicalSources":	{
-		"hash":	{
-			"category":	1740965305,
-			"description":	2158103027,
-			"id":	2525627808,
-			"key":	633243907,
-			"name":	1563114135,
-			"online":	453165582,
-			"port":	3888020533,
-			"redirect":	4055879026,
-			"tally":	3023430481
-		}
+		)" + std::string(kHash) + R"(
 	}
 })");
 }

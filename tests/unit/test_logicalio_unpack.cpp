@@ -12,13 +12,9 @@
 namespace quenfold {
 namespace {
 
+using test::kDevices;
+using test::kPortLabels;
 using test::LogicalIOFolder;
-
-constexpr const char* kDevices = R"({"deviceLabels": [
-  {"id": "SN1", "label": "Stage", "serial": "SN1"},
-  {"id": "SN2", "label": "FOH", "serial": "SN2"}]})";
-
-constexpr const char* kPortLabels = R"({"portLabels": {"SN2.slot1.in[2].mic.ch0": "Vox"}})";
 
 constexpr const char* kPorts = R"({"logicalSources": {"version": 10, "portDict": {"version": 2,
   "refMaps": {"device": [[0, "SN1"], [1, "SN2"]], "slot": [[0, "slot0"], [1, "slot1"]],
