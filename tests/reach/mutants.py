@@ -131,9 +131,10 @@ def condition_mutants(source: str, tokens: list[Token], pairs: dict[int, int]) -
         if token.text in ("if", "while") and tokens[index + 1].text == "(":
             start, end = tokens[index + 1].end, tokens[pairs[index + 1]].start
             start = max(start, source.rfind(";", start, end) + 1)
-            operators = re.findall(r"&&|\|\||[=!]=| [<>]=? |!", source[start:end])
-            if source[start:end] != "true" and len(operators) != 1:
-                yield Mutant(start, end, f"!({source[start:end].strip()})")
+            condition = source[start:end]
+            flipped = len(re.findall(r"[=!]=| [<>]=? |!", condition)) == 1
+            if condition != "true" and not (flipped and not re.search(r"&&|\|\|", condition)):
+                yield Mutant(start, end, f"!({condition.strip()})")
 
 
 def begins_statement(tokens: list[Token], pairs: dict[int, int], index: int) -> bool:
