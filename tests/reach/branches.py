@@ -3,9 +3,9 @@
     branches.py EXPORT LIST ROOT
 
 EXPORT is what `llvm-cov export` wrote, LIST the branches that are known not to be taken, ROOT the
-project's folder. A condition has two branches, "true" and "false"; a template's branch is taken when
-one of its instances takes it. Conditions that are the literal `true` have no second side and are not
-counted. Ends with status 1 when less than 97 % of the branches are taken, when one is missing in
+project's folder. A condition has two branches, "true" and "false"; a template's branch is taken
+when one of its instances takes it. Conditions that are the literal `true` have no second side and
+are not counted. Ends with status 1 when less than 97 % of the branches are taken, when one is missing in
 the list, or when the list names one that is taken.
 """
 
@@ -71,7 +71,8 @@ def percent(missed: int, count: int) -> str:
 
 
 def print_table(reports: list[FileReport]) -> None:
-    print(f"{'file':<34} {'lines':>6} {'missed':>6} {'%':>6} {'branches':>9} {'missed':>6} {'%':>6}")
+    heads = f"{'lines':>6} {'missed':>6} {'%':>6} {'branches':>9} {'missed':>6} {'%':>6}"
+    print(f"{'file':<34} {heads}")
     total = FileReport("total", 0, 0)
     for report in reports:
         total.lines += report.lines

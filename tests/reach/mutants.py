@@ -68,8 +68,8 @@ class Mutant:
 
 
 def tokens_of(source: str) -> list[Token]:
-    matches = TOKEN.finditer(source)
-    return [Token(m.lastgroup or "", m.group(), m.start()) for m in matches if m.lastgroup != "skip"]
+    tokens = [Token(m.lastgroup or "", m.group(), m.start()) for m in TOKEN.finditer(source)]
+    return [token for token in tokens if token.kind != "skip"]
 
 
 def pairs_of(tokens: list[Token]) -> dict[int, int]:

@@ -104,10 +104,10 @@ class Build:
 
     def _link(self, scratch: Path, program: str, objects: list[str]) -> bool:
         """An object that is named before the archive takes the place of the archive's own."""
+        core = [str(scratch / name) for name in objects if "/quenfold_core.dir/" in name]
         command: list[str] = []
         for word in self.links[program]:
-            if word == ARCHIVE:
-                command += [str(scratch / name) for name in objects if "/quenfold_core.dir/" in name]
+            command += core if word == ARCHIVE else []
             command.append(str(scratch / word) if word in objects or word == program else word)
         return self._in_build(command)
 
