@@ -5,8 +5,8 @@
 EXPORT is what `llvm-cov export` wrote, LIST the branches that are known not to be taken, ROOT the
 project's folder. A condition has two branches, "true" and "false"; a template's branch is taken
 when one of its instances takes it. Conditions that are the literal `true` have no second side and
-are not counted. Ends with status 1 when less than 97 % of the branches are taken, when one is missing
-in the list, or when the list names one that is taken.
+are not counted. Ends with status 1 when less than 97 % of the branches are taken, when one is
+missing in the list, or when the list names one that is taken.
 """
 
 from __future__ import annotations

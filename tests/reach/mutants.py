@@ -188,7 +188,7 @@ def statement_mutants(tokens: list[Token], pairs: dict[int, int]) -> Iterator[Mu
         steps = token.text in ("++", "--")
         if leaves or is_expression(tokens, index + steps):
             end = statement_end(tokens, pairs, index)
-            if end is not None:
+            if end is not None and tokens[end - 1].text not in ("delete", "default"):
                 yield Mutant(token.start, tokens[end].start, "")
 
 
