@@ -1,5 +1,6 @@
 // Preloaded into the program, lets one call of the C library fail; see fault_plan.h. Faults begin
-// with main: what the loader and the libraries' own start need cannot be survived by any program.
+// and end with main: what the loader and the libraries' own start need cannot be survived by any
+// program, and after main only a coverage build still works, which writes its counters to a file.
 
 #include <dlfcn.h>
 #include <fcntl.h>
@@ -78,7 +79,9 @@ Main programMain = nullptr;
 int armedMain(int argc, char** argv, char** environment) {
   readPlan();
   armed = true;
-  return programMain(argc, argv, environment);
+  const int status = programMain(argc, argv, environment);
+  armed = false;
+  return status;
 }
 
 }  // namespace

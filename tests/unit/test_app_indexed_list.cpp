@@ -78,6 +78,27 @@ TEST(IndexedList, HoldsNumbers) {
   EXPECT_EQ(numbers[0], 40);
 }
 
+/// Keys of one hash.
+enum class Colliding { kFirst, kLast = 39 };
+
+std::size_t hashOf(Colliding /*key*/) { return 7; }
+
+Colliding sameKey(Colliding key) { return key; }
+
+TEST(IndexedList, TellsKeysOfOneHashApart) {
+  IndexedList<Colliding, sameKey> list;
+  constexpr int kCount = static_cast<int>(Colliding::kLast);
+  for (int i = 0; i < kCount; ++i) {
+    list.append(Colliding{i});
+  }
+  for (int i = 0; i < kCount; ++i) {
+    const Colliding* const found = list.find(Colliding{i});
+    ASSERT_NE(found, nullptr) << i;
+    EXPECT_EQ(*found, Colliding{i});
+  }
+  EXPECT_EQ(list.find(Colliding::kLast), nullptr);
+}
+
 /// A key that counts how often it is compared.
 struct CountedKey {
   std::int32_t value = 0;

@@ -70,9 +70,15 @@ INSTANTIATE_TEST_SUITE_P(
                     UnsignedCase{"0x1F", 16, true, 31}, UnsignedCase{"ffg", 16, true, 255},
                     UnsignedCase{"0xg", 16, true, 0}, UnsignedCase{"0x1F", 10, true, 0},
                     UnsignedCase{"0X1f", 0, true, 31}, UnsignedCase{"017", 0, true, 15},
-                    UnsignedCase{"17", 0, true, 17}, UnsignedCase{"z", 36, true, 35},
-                    UnsignedCase{"1", 1, false, 0}, UnsignedCase{"1", 37, false, 0},
-                    UnsignedCase{"1", -1, false, 0}));
+                    UnsignedCase{"17", 0, true, 17}, UnsignedCase{"-", 0, false, 0},
+                    UnsignedCase{"0xA", 16, true, 10}, UnsignedCase{"0xF", 16, true, 15},
+                    UnsignedCase{"0xa", 16, true, 10}, UnsignedCase{"0xf", 16, true, 15},
+                    UnsignedCase{"0x0", 16, true, 0}, UnsignedCase{"0x9", 16, true, 9},
+                    UnsignedCase{"0x/", 16, true, 0}, UnsignedCase{"0x:", 16, true, 0},
+                    UnsignedCase{"0x@", 16, true, 0}, UnsignedCase{"0xG", 16, true, 0},
+                    UnsignedCase{"0x`", 16, true, 0}, UnsignedCase{"0x", 16, true, 0},
+                    UnsignedCase{"z", 36, true, 35}, UnsignedCase{"1", 1, false, 0},
+                    UnsignedCase{"1", 37, false, 0}, UnsignedCase{"1", -1, false, 0}));
 
 struct SignedCase {
   const char* text;
