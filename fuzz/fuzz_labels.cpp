@@ -18,7 +18,7 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
   const PortLabelMap labelOf = loadPortLabels(portsPath, false, nullptr);
   const PortLabelMap keyOf = loadPortLabels(portsPath, true, nullptr);
   for (const auto& [key, label] : labelOf) {
-    require(keyOf.count(label) == 1, "every label leads to a port key");
+    require(keyOf.find(label) != keyOf.end(), "every label leads to a port key");
   }
   const std::vector<DeviceLabel> devices = parseDeviceLabels(joinPath(workFolder(), devicesName));
   const PortLabelMap renamed = loadPortLabels(portsPath, false, labelOfDevice(devices));

@@ -7,6 +7,7 @@
 
 #include "app/text.h"
 #include "json/cjson_handle.h"
+#include "json/formatted_json.h"
 #include "logicalio/port_dict.h"
 #include "logicalio/port_key.h"
 #include "target.h"
@@ -50,6 +51,17 @@ std::vector<Registered> registerAll(std::string_view input, PortDict& dict) {
   return registered;
 }
 
+/// Through its text and back.
+PortDict reloaded(const PortDict& dict) {
+  FormattedJson json;
+  dict.toJson(json);
+  const CJsonDocument document = parseCJson(json.take());
+  fuzz::require(bool(document), "a written dictionary is JSON");
+  PortDict loaded;
+  fuzz::require(!loaded.fromJson(*document), "a written dictionary loads");
+  return loaded;
+}
+
 }  // namespace
 }  // namespace quenfold
 
@@ -61,8 +73,7 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
   for (const Registered& port : registered) {
     fits = fits && !port.negative;
   }
-  PortDict loaded;
-  require(!loaded.fromJson(*dict.toJson()), "a written dictionary loads");
+  PortDict loaded = reloaded(dict);
   for (const Registered& port : registered) {
     const std::uint64_t packed = dict.packIdKey(port.idKey);
     const std::string unpacked = dict.unpackToPortKey(packed);

@@ -4,10 +4,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <vector>
 
-#include "app/error.h"
+#include "app/text_stream.h"
 #include "json/access.h"
 #include "json/document.h"
+#include "json/label_files.h"
 #include "json/sections.h"
 #include "matrices/expand.h"
 #include "matrices/legacy_texts.h"
@@ -41,6 +44,14 @@ std::int64_t portsOf(const unpacking::PortTree& tree) {
   return ports;
 }
 
+std::string matricesText(const unpacking::ExpandedTree& expanded) {
+  std::string text;
+  TextStream stream([&](std::string_view chunk) { text += chunk; });
+  unpacking::LegacyTexts(expanded).writeMatrices(stream);
+  stream.flush();
+  return text;
+}
+
 }  // namespace
 }  // namespace quenfold
 
@@ -52,12 +63,13 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
     return;
   }
   const unpacking::PortTree tree = unpacking::loadPortTree(*matrices);
-  const unpacking::ExpandedTree expanded = unpacking::expandPortTree(tree, {}, {});
-  require(static_cast<std::int64_t>(expanded.allPorts.size()) == portsOf(tree),
+  const std::vector<DeviceLabel> noDevices;
+  const PortLabelMap noLabels;
+  const unpacking::ExpandedTree expanded = unpacking::expandPortTree(tree, noDevices, noLabels);
+  require(static_cast<std::int64_t>(expanded.ports) == portsOf(tree),
           "every port and channel of the tree is written out");
-  require(expanded.inputs.size() + expanded.outputs.size() <= expanded.allPorts.size(),
+  require(expanded.inputs + expanded.outputs <= expanded.ports,
           "a port is an input, an output or neither");
-  const JsonBuffer legacy = unpacking::matricesText(expanded.matrices);
-  std::string legacyText(textOf(legacy));
+  std::string legacyText = matricesText(expanded);
   require(parseJson(legacyText).IsObject(), "the legacy text is JSON");
 }

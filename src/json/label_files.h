@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <memory_resource>
@@ -34,6 +35,7 @@ class PortLabelMap {
   [[nodiscard]] Entries::const_iterator begin() const { return contents_->entries.begin(); }
   [[nodiscard]] Entries::const_iterator end() const { return contents_->entries.end(); }
   [[nodiscard]] bool empty() const { return contents_->entries.empty(); }
+  [[nodiscard]] std::size_t size() const { return contents_->entries.size(); }
 
   void reserve(std::size_t count) { contents_->entries.reserve(count); }
 
