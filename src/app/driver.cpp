@@ -45,11 +45,12 @@ void reportSize(std::string_view what, std::uint32_t bytes) {
 
 RunSizes packLogicalIO(const Options& options, TimePoint& stageStart) {
   const std::string inputPath = firstOrEmpty(options.inputFiles);
-  const std::string text = inputPath.empty() ? readStandardInput() : readFile(inputPath);
+  std::string text = inputPath.empty() ? readStandardInput() : readFile(inputPath);
+  const auto inputSize = static_cast<std::uint32_t>(text.size());
   logElapsed(stageStart, "loaded File");
   const std::uint32_t outputSize =
-      convertVelmoraToPacked(options.sourceDir, inputPath, text, options.outputDir);
-  return {static_cast<std::uint32_t>(text.size()), outputSize};
+      convertVelmoraToPacked(options.sourceDir, inputPath, std::move(text), options.outputDir);
+  return {inputSize, outputSize};
 }
 
 void unpackLogicalIO(const Options& options) {

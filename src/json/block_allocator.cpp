@@ -36,7 +36,7 @@ char* BlockAllocator::addBlock(std::size_t size) {
   if (memory == nullptr) {
     return nullptr;
   }
-  blocks_ = new (memory) Block{blocks_};
+  blocks_ = new (memory) Block{blocks_};  // NOLINT(*-owning-memory): freed by the destructor
   return static_cast<char*>(memory) + sizeof(Block);
 }
 

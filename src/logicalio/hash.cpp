@@ -24,6 +24,8 @@ constexpr std::array<std::uint8_t, 256> kPermutation = {
     0xEE, 0x57, 0xF0, 0x9B, 0xB4, 0xAA, 0xF2, 0xD4, 0xBF, 0xA3, 0x4E, 0xDA, 0x89, 0xC2, 0xAF, 0x6E,
     0x2B, 0x77, 0xE0, 0x47, 0x7A, 0x8E, 0x2A, 0xA0, 0x68, 0x30, 0xF7, 0x67, 0x0F, 0x0B, 0x8A, 0xEF};
 
+std::uint8_t permuted(int byte) { return kPermutation[static_cast<std::uint8_t>(byte)]; }
+
 std::array<char, 4> bigEndian(std::uint32_t value) {
   return {static_cast<char>(value >> 24U), static_cast<char>(value >> 16U),
           static_cast<char>(value >> 8U), static_cast<char>(value)};
@@ -58,12 +60,16 @@ bool Hash::begin(std::uint64_t value) {
 }
 
 void Hash::update(std::string_view bytes) {
+  // Copies stay in registers: no byte of the text can be part of them.
+  auto [first, second, third, fourth] = lanes_;
   for (const char c : bytes) {
     const auto byte = static_cast<std::uint8_t>(c);
-    for (std::uint8_t& lane : lanes_) {
-      lane = kPermutation[static_cast<std::uint8_t>(lane ^ byte)];
-    }
+    first = permuted(first ^ byte);
+    second = permuted(second ^ byte);
+    third = permuted(third ^ byte);
+    fourth = permuted(fourth ^ byte);
   }
+  lanes_ = {first, second, third, fourth};
 }
 
 void Hash::update(std::uint32_t value) { update(viewOf(bigEndian(value))); }

@@ -11,6 +11,22 @@
 namespace quenfold {
 namespace {
 
+const char* nonEmptyText(const cJSON& item) {
+  const char* const text = stringValue(&item);
+  return text == nullptr || *text == '\0' ? nullptr : text;
+}
+
+/// The ports of a list and the gaps before them.
+std::size_t portCount(const cJSON& list) {
+  std::size_t items = 0;
+  std::size_t ports = 0;
+  for (const cJSON* item = list.child; item != nullptr; item = item->next) {
+    ++items;
+    ports = nonEmptyText(*item) == nullptr ? ports : items;
+  }
+  return ports;
+}
+
 /// Reads one entry of the table, member by member in document order.
 class EntryReader {
  public:
@@ -48,15 +64,18 @@ class EntryReader {
   /// are dropped, as unpacking pads the list again.
   void readPorts(const cJSON& list) {
     hasPorts_ = true;
+    if (record_.ports.empty()) {  // else a repeated member grows the list
+      record_.ports.reserve(portCount(list));
+    }
     std::size_t gaps = 0;
     for (const cJSON* item = list.child; item != nullptr; item = item->next) {
-      const char* const text = stringValue(item);
-      if (text == nullptr || *text == '\0') {
+      const char* const text = nonEmptyText(*item);
+      if (text == nullptr) {
         ++gaps;
         continue;
       }
-      record_.ports.resize(record_.ports.size() + gaps + 1);
-      model_.portDict.registerPortKey(portKeyOf(text), record_.ports.back());
+      record_.ports.resize(record_.ports.size() + gaps);
+      model_.portDict.registerPortKey(portKeyOf(text), record_.ports.emplace_back());
       gaps = 0;
     }
   }
@@ -92,8 +111,8 @@ class EntryReader {
 
   /// Of any member, known or not.
   void addFingerprint(const cJSON& member, std::string_view name) {
-    const char* const text = stringValue(&member);
-    if (text != nullptr && *text != '\0') {
+    const char* const text = nonEmptyText(member);
+    if (text != nullptr) {
       fingerprintOf(model_.fingerprints, name).hashAdd(std::string_view(text));
     } else if (cJSON_IsNumber(&member) != 0 || cJSON_IsBool(&member) != 0) {
       fingerprintOf(model_.fingerprints, name).hashAdd(static_cast<std::uint32_t>(member.valueint));
@@ -139,6 +158,7 @@ void parseLegacyTable(const cJSON& table, const TableKind& kind, const PortLabel
   if (entries == nullptr) {
     std::cerr << "createLogicalDestsDict: logical IO table not found. Creating empty I/O rows\n";
   }
+  model.records.reserve(static_cast<std::size_t>(cJSON_GetArraySize(entries)));
   for (const cJSON* entry = firstChild(entries); entry != nullptr; entry = entry->next) {
     model.records.push_back(EntryReader(kind, portKeys, model).read(*entry));
   }

@@ -72,9 +72,11 @@ PackedModel readLegacyDocument(const CJsonDocument& document, const std::string&
 }
 
 PackedModel readLegacyText(const std::string& sourceDir, const std::string& inputName,
-                           const std::string& inputText) {
+                           std::string inputText) {
   TimePoint stageStart = now();
   const CJsonDocument document = parseCJson(inputText);
+  // The document does not need it: what comes next can have its memory.
+  std::string().swap(inputText);
   logElapsed(stageStart, "parsed JSON");
   if (document) {
     return readLegacyDocument(document, sourceDir, stageStart);
@@ -101,8 +103,8 @@ PackedTexts printPacked(PackedModel& model) {
 }  // namespace
 
 std::uint32_t convertVelmoraToPacked(const std::string& sourceDir, const std::string& inputName,
-                                     const std::string& inputText, const std::string& outputDir) {
-  PackedModel model = readLegacyText(sourceDir, inputName, inputText);
+                                     std::string inputText, const std::string& outputDir) {
+  PackedModel model = readLegacyText(sourceDir, inputName, std::move(inputText));
   // All texts and paths are complete before the first file is touched: running out of memory costs
   // no file.
   const PackedTexts texts = printPacked(model);

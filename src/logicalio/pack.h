@@ -10,6 +10,6 @@ namespace quenfold {
 /// empty, the fingerprint file `inputName` + ".hash". The label files come from `sourceDir`.
 /// Returns the bytes of the first two files, modulo 2^32. Throws a runtime error on bad input.
 std::uint32_t convertVelmoraToPacked(const std::string& sourceDir, const std::string& inputName,
-                                     const std::string& inputText, const std::string& outputDir);
+                                     std::string inputText, const std::string& outputDir);
 
 }  // namespace quenfold

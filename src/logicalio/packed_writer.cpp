@@ -144,7 +144,7 @@ std::string portsText(const PackedModel& model, const std::vector<std::uint32_t>
   writeFingerprints(json, valuesOf(model.fingerprints));
   json.key(kLogicalIOKey);
   json.beginArray();
-  PackedPort next = packedPorts.begin();
+  auto next = packedPorts.begin();
   for (const LogicalIORecord& record : model.records) {
     writeRecord(json, record, next);
   }

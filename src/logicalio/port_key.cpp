@@ -1,9 +1,7 @@
 #include "logicalio/port_key.h"
 
 #include <algorithm>
-#include <charconv>
 #include <limits>
-#include <system_error>
 
 namespace quenfold {
 namespace {
@@ -15,10 +13,35 @@ constexpr std::size_t kTextCapacity = 63;
 constexpr std::size_t kTypeCapacity = 15;
 constexpr std::size_t kIdKeyCapacity = 63;
 
+constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+
+constexpr std::uint8_t kNoDigit = 255;
+
+/// By byte: the value of a digit of any base up to 16.
+constexpr std::array<std::uint8_t, 256> digitValues() {
+  constexpr std::string_view kLower = "0123456789abcdef";
+  std::array<std::uint8_t, 256> values{};
+  for (std::uint8_t& value : values) {
+    value = kNoDigit;
+  }
+  for (std::size_t value = 0; value < kHexDigits.size(); ++value) {
+    values[static_cast<unsigned char>(kHexDigits[value])] = static_cast<std::uint8_t>(value);
+    values[static_cast<unsigned char>(kLower[value])] = static_cast<std::uint8_t>(value);
+  }
+  return values;
+}
+
+constexpr std::array<std::uint8_t, 256> kDigitValues = digitValues();
+
+/// More than any field takes.
+constexpr std::uint64_t kBeyondFields = std::uint64_t{1} << 40U;
+
 struct ScannedNumber {
   bool negative = false;
-  std::uint64_t magnitude = 0;  // the largest one when there are too many digits
+  std::uint64_t magnitude = 0;  // at most kBeyondFields
 };
+
+bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 /// Takes one conversion after the other off a text. Each tells whether it succeeded.
 class Scanner {
@@ -26,10 +49,12 @@ class Scanner {
   explicit Scanner(std::string_view text) : rest_(text) {}
 
   bool literal(std::string_view expected) {
-    if (rest_.substr(0, expected.size()) != expected) {
-      return false;
+    for (const char c : expected) {
+      if (rest_.empty() || rest_.front() != c) {
+        return false;
+      }
+      rest_.remove_prefix(1);
     }
-    rest_.remove_prefix(expected.size());
     return true;
   }
 
@@ -71,25 +96,32 @@ class Scanner {
   }
 
  private:
-  bool signedDigits(int base, ScannedNumber& number) {
-    rest_.remove_prefix(std::min(rest_.find_first_not_of(" \t\n\v\f\r"), rest_.size()));
-    number.negative = literal("-");
-    if (!number.negative) {
-      literal("+");
+  bool signedDigits(std::uint32_t base, ScannedNumber& number) {
+    while (!rest_.empty() && isBlank(rest_.front())) {
+      rest_.remove_prefix(1);
     }
-    if (base == 16 && !literal("0x")) {
-      literal("0X");
+    if (!rest_.empty() && (rest_.front() == '-' || rest_.front() == '+')) {
+      number.negative = rest_.front() == '-';
+      rest_.remove_prefix(1);
     }
-    const char* const end = rest_.data() + rest_.size();
-    const auto [stop, status] = std::from_chars(rest_.data(), end, number.magnitude, base);
-    if (status == std::errc::invalid_argument) {
-      return false;
+    if (base == 16 && rest_.size() > 1 && rest_[0] == '0' && (rest_[1] == 'x' || rest_[1] == 'X')) {
+      rest_.remove_prefix(2);
     }
-    if (status == std::errc::result_out_of_range) {
-      number.magnitude = std::numeric_limits<std::uint64_t>::max();
+    return digits(base, number.magnitude);
+  }
+
+  bool digits(std::uint32_t base, std::uint64_t& magnitude) {
+    std::size_t count = 0;
+    for (const char c : rest_) {
+      const std::uint32_t value = kDigitValues[static_cast<unsigned char>(c)];
+      if (value >= base) {
+        break;
+      }
+      magnitude = std::min(magnitude * base + value, kBeyondFields);
+      ++count;
     }
-    rest_.remove_prefix(static_cast<std::size_t>(stop - rest_.data()));
-    return true;
+    rest_.remove_prefix(count);
+    return count > 0;
   }
 
   std::string_view rest_;
@@ -103,6 +135,22 @@ struct IdKeyPart {
 
 constexpr std::array<IdKeyPart, kPortFieldCount> kIdKeyParts = {
     {{kDevice, "."}, {kSlot, "."}, {kPortPrefix, "["}, {kPortId, "]."}, {kType, "."}, {kCh, ""}}};
+
+constexpr std::size_t kHexDigitsOfAField = 8;
+constexpr std::size_t kMostIdKeyBytes = kPortFieldCount * kHexDigitsOfAField + 6;
+
+char* printHex(char* out, std::uint32_t value) {
+  std::uint32_t shift = 0;
+  while (value >> shift > 0xFU) {  // ends at a shift of 28
+    shift += 4;
+  }
+  *out++ = kHexDigits[value >> shift];
+  while (shift > 0) {
+    shift -= 4;
+    *out++ = kHexDigits[value >> shift & 0xFU];
+  }
+  return out;
+}
 
 }  // namespace
 
@@ -161,8 +209,13 @@ PortKeyIds scanIdKey(std::string_view key) {
 }
 
 std::string printIdKey(const PortKeyIds& ids) {
-  return fmt::format("{:X}.{:X}.{:X}[{:X}].{:X}.{:X}", ids[kDevice], ids[kSlot], ids[kPortPrefix],
-                     ids[kPortId], ids[kType], ids[kCh]);
+  std::array<char, kMostIdKeyBytes> key{};
+  char* end = key.data();
+  for (const IdKeyPart& part : kIdKeyParts) {
+    end = printHex(end, ids[part.field]);
+    end = std::copy(part.after.begin(), part.after.end(), end);
+  }
+  return {key.data(), end};
 }
 
 }  // namespace quenfold

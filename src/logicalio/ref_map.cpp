@@ -10,6 +10,15 @@
 namespace VelDB {
 
 std::uint32_t RefMap::add(std::string_view name) {
+  if (!lastId_ || lastName_ != name) {
+    lastId_.reset();
+    lastName_ = name;
+    lastId_ = addToMaps(name);
+  }
+  return *lastId_;
+}
+
+std::uint32_t RefMap::addToMaps(std::string_view name) {
   const auto known = nameToId_.find(name);
   if (known != nameToId_.end()) {
     return known->second;
@@ -38,6 +47,7 @@ const std::string* RefMap::nameOf(std::uint32_t id) const {
 }
 
 int RefMap::removeByName(std::string_view name) {
+  lastId_.reset();
   const auto known = nameToId_.find(name);
   if (known == nameToId_.end()) {
     return 1;
@@ -48,6 +58,7 @@ int RefMap::removeByName(std::string_view name) {
 }
 
 int RefMap::removeById(std::uint32_t id) {
+  lastId_.reset();
   const auto known = idToName_.find(id);
   if (known == idToName_.end()) {
     return 1;
@@ -58,6 +69,7 @@ int RefMap::removeById(std::uint32_t id) {
 }
 
 int RefMap::rename(std::string_view from, std::string_view to) {
+  lastId_.reset();
   const auto known = nameToId_.find(from);
   if (from == to || known == nameToId_.end() || contains(to)) {
     return 1;
@@ -70,6 +82,7 @@ int RefMap::rename(std::string_view from, std::string_view to) {
 }
 
 int RefMap::changeId(std::uint32_t from, std::uint32_t to) {
+  lastId_.reset();
   const auto known = idToName_.find(from);
   if (from == to || known == idToName_.end() || containsId(to)) {
     return 1;
@@ -81,6 +94,7 @@ int RefMap::changeId(std::uint32_t from, std::uint32_t to) {
 }
 
 void RefMap::renumber() {
+  lastId_.reset();
   idToName_.clear();
   for (auto& [name, id] : nameToId_) {
     id = static_cast<std::uint32_t>(size());
@@ -89,6 +103,7 @@ void RefMap::renumber() {
 }
 
 void RefMap::clear() {
+  lastId_.reset();
   nameToId_.clear();
   idToName_.clear();
 }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -17,7 +18,7 @@ constexpr std::size_t kBlockSize = 1024;
 std::uintptr_t addressOf(const void* memory) { return reinterpret_cast<std::uintptr_t>(memory); }
 
 /// Sizes of texts, of nodes and of what needs memory of its own.
-constexpr std::size_t kSizes[] = {1, 64, 2, 3, 129, 40, 7, 8, 128, 2000, 16, 5};
+constexpr std::array<std::size_t, 12> kSizes = {1, 64, 2, 3, 129, 40, 7, 8, 128, 2000, 16, 5};
 
 TEST(BlockAllocator, NothingOverlaps) {
   for (const std::size_t blockSize : {std::size_t{0}, kBlockSize}) {

@@ -44,6 +44,29 @@ TEST(RefMap, AddGivesConsecutiveIds) {
   EXPECT_EQ(quenfold::test::jsonOf(map), "[[0, \"x\"], [1, \"y\"]]");
 }
 
+TEST(RefMap, AddsAnewWhatWasAddedLastAndThenChanged) {
+  RefMap map;
+  map.add("x");
+  map.add("y");
+  map.removeByName("y");
+  EXPECT_EQ(map.add("y"), 1U);
+  EXPECT_TRUE(map.contains("y"));
+  map.removeById(1);
+  EXPECT_EQ(map.add("y"), 1U);
+  EXPECT_EQ(map.rename("y", "z"), 0);
+  EXPECT_EQ(map.add("y"), 2U);
+  EXPECT_EQ(map.changeId(2, 9), 0);
+  EXPECT_EQ(map.add("y"), 9U);
+  EXPECT_EQ(map.add("a"), 3U);
+  map.renumber();
+  EXPECT_EQ(map.add("a"), 0U);
+  map.fromJson(*quenfold::parseCJson(R"([[7, "a"]])"));
+  EXPECT_EQ(map.add("a"), 7U);
+  map.clear();
+  EXPECT_EQ(map.add("a"), 0U);
+  EXPECT_EQ(map.size(), 1U);
+}
+
 TEST(RefMap, TellsWhatItContains) {
   const RefMap map = mapOf({"x"});
   EXPECT_TRUE(map.contains("x"));
