@@ -129,8 +129,6 @@ class Expander {
 
   /// Spells each port where that can fail or where the port may have a label. The counters are
   /// wider than the numbers: a range may end at the largest of them.
-  /// Spells each port where that can fail or where the port may have a label. The counters are
-  /// wider than the numbers: a range may end at the largest of them.
   void checkPorts(std::string_view deviceId, const PortFamily& family) {
     const PortTypeGroup& group = *family.group;
     if (portLabels_.empty() && splitPattern(group.port).kind != PortPattern::Kind::kFormat) {

@@ -16,10 +16,11 @@ void PortName::startFamily(std::string_view device, const PortFamily& family) {
   }
   front_ = static_cast<std::size_t>(end - text_.data());
   tail_.assign(pattern_.back).append(".").append(family.type).append(".ch");
+  behind_ = tail_.size() + longestNumber(family.channels.first, family.channels.last);
 }
 
 void PortName::startPort(std::int32_t port) {
-  char* const limit = text_.data() + text_.size();
+  char* const limit = text_.data() + text_.size() - behind_;
   char* const number = text_.data() + front_;
   char* const end = std::copy(tail_.begin(), tail_.end(), printPort(pattern_, port, number, limit));
   stem_ = static_cast<std::size_t>(end - text_.data());

@@ -28,17 +28,18 @@ class PortName {
 
   void startFamily(std::string_view device, const PortFamily& family);
 
-  /// Throws the formatter's error for a bad pattern.
+  /// Throws what `printPort` throws.
   void startPort(std::int32_t port);
 
-  /// The started port's name on that channel; valid until the next call.
+  /// The started port's name on that channel, one of the family's; valid until the next call.
   std::string_view onChannel(std::int32_t channel);
 
  private:
   std::string text_;  // the longest name fits; what is in it is told by the lengths
   std::string tail_;  // from behind the port number up to ".ch"
   std::size_t front_ = 0;
-  std::size_t stem_ = 0;  // up to ".ch"
+  std::size_t stem_ = 0;    // up to ".ch"
+  std::size_t behind_ = 0;  // bytes kept free for the tail and the longest channel number
   PortPattern pattern_;
 };
 

@@ -22,8 +22,9 @@ struct PortPattern {
 
 PortPattern splitPattern(std::string_view text);
 
-/// Writes what stands between the pattern's front and back, at most up to `limit`, and returns its
-/// end. Allocates nothing unless it fails. Throws the formatter's error for stray braces.
+/// Writes what stands between the pattern's front and back, never beyond `limit`, and returns its
+/// end. Allocates nothing unless it fails. Throws the formatter's error for stray braces, and a
+/// length error "port name too long" for what does not fit.
 char* printPort(const PortPattern& pattern, std::int32_t port, char* begin, char* limit);
 
 /// A number of bytes that no port from `first` to `last` exceeds with this pattern, whether it is

@@ -37,6 +37,18 @@ TEST(PortName, UsesTheFormatterForOtherPatterns) {
   EXPECT_EQ(name.onChannel(1), "D.A.   7{7.t.ch1");
 }
 
+TEST(PortName, KeepsRoomForWhatComesBehindTheNumber) {
+  const PortTypeGroup group = groupOf("{:>4}");
+  const PortFamily family = {"A", &group, "t", {9, 10}};
+  PortName exact(15);
+  exact.startFamily("D", family);
+  exact.startPort(7);
+  EXPECT_EQ(exact.onChannel(10), "D.A.   7.t.ch10");
+  PortName tooShort(14);
+  tooShort.startFamily("D", family);
+  EXPECT_EQ(test::messageOf([&] { tooShort.startPort(7); }), "port name too long");
+}
+
 TEST(PortName, ThrowsForABadPatternOnceAPortIsSpelled) {
   const PortTypeGroup group = groupOf("x{[{}]");
   PortName name(100);

@@ -43,8 +43,14 @@ TEST(PrintPort, FormatsEveryKind) {
 TEST(PrintPort, KeepsToTheLimit) {
   for (const char* text : {"{:>5}", "{}"}) {
     std::string room = "......";
-    printPort(splitPattern(text), 12345, room.data(), room.data() + 3);
-    EXPECT_EQ(room.substr(3), "...") << text;
+    EXPECT_EQ(test::messageOf(
+                  [&] { printPort(splitPattern(text), 12345, room.data(), room.data() + 4); }),
+              "port name too long")
+        << text;
+    EXPECT_EQ(room.substr(4), "..") << text;
+    char* const end = printPort(splitPattern(text), 12345, room.data(), room.data() + 5);
+    EXPECT_EQ(end, room.data() + 5) << text;
+    EXPECT_EQ(room, "12345.") << text;
   }
 }
 
@@ -61,8 +67,11 @@ TEST(LongestPortText, IsExactWithoutSpecifications) {
 }
 
 TEST(LongestPortText, IsNeverTooShort) {
-  for (const char* pattern : {"in[{}]", "{0}{0}", "{{{}}}", "x{:#b}", "{:>20}", "{:0>20}",
-                              "{0:{0}}", "{:\xc3\xa9^9}", "a}}b", "{:+d}", "{:4096}"}) {
+  for (const char* pattern :
+       {"in[{}]",        "{0}{0}",         "{{{}}}",        "x{:#b}",    "{:>20}",
+        "{:0>20}",       "{0:{0}}",        "{:\xc3\xa9^9}", "a}}b",      "{:+d}",
+        "{:4096}",       "{:}<400}",       "{:}>400}}}",    "{0:}^{0}}", "{:\xc3}<400}",
+        "{:\xe2}}<400}", "{:\xf0{}}<400}", "{:\xf8<400}",   "{:x}<",     "{0:}{0:x<400}"}) {
     for (const std::int32_t number : {0, 7, 4096}) {
       EXPECT_LE(formatPort(pattern, number).size(), longestPortText(pattern, 0, number))
           << pattern << ' ' << number;
@@ -77,8 +86,9 @@ TEST(LongestPortText, TakesMalformedPatternsForWhatTheyHold) {
 }
 
 TEST(LongestPortText, RefusesWhatPadsToMore) {
-  for (const char* pattern : {"{:4097}", "{:>1999999999}", "x{:>1999999999}[{}]", "{0:{0}}",
-                              "{0:4096}{0:1}", "{:99999999999999999999999}"}) {
+  for (const char* pattern :
+       {"{:4097}", "{:>1999999999}", "x{:>1999999999}[{}]", "{0:{0}}", "{0:4096}{0:1}",
+        "{:99999999999999999999999}", "{:}<4097}", "{:\xf0}}}>4097}"}) {
     EXPECT_EQ(test::messageOf([&] { longestPortText(pattern, 1, kLargest); }),
               "port pattern too wide: more than 4096")
         << pattern;
