@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <iostream>
 #include <string_view>
-#include <utility>
 
 #include "app/error.h"
 #include "json/cjson_access.h"
@@ -27,18 +26,17 @@ std::size_t portCount(const cJSON& list) {
   return ports;
 }
 
-/// Reads one entry of the table, member by member in document order.
+/// Reads one entry of the table into a new record, member by member in document order.
 class EntryReader {
  public:
   EntryReader(const TableKind& kind, const PortLabelMap& portKeys, PackedModel& model)
       : kind_(kind), portKeys_(portKeys), model_(model) {}
 
-  LogicalIORecord read(const cJSON& entry) && {
+  void read(const cJSON& entry) && {
     for (const cJSON* member = entry.child; member != nullptr; member = member->next) {
       readMember(*member, memberName(*member));
     }
     requireMembers();
-    return std::move(record_);
   }
 
  private:
@@ -64,8 +62,8 @@ class EntryReader {
   /// are dropped, as unpacking pads the list again.
   void readPorts(const cJSON& list) {
     hasPorts_ = true;
-    if (record_.ports.empty()) {  // else a repeated member grows the list
-      record_.ports.reserve(portCount(list));
+    if (ports_.empty()) {  // else a repeated member grows the list
+      ports_.reserve(portCount(list));
     }
     std::size_t gaps = 0;
     for (const cJSON* item = list.child; item != nullptr; item = item->next) {
@@ -74,8 +72,8 @@ class EntryReader {
         ++gaps;
         continue;
       }
-      record_.ports.resize(record_.ports.size() + gaps);
-      model_.portDict.registerPortKey(portKeyOf(text), record_.ports.emplace_back());
+      ports_.resize(ports_.size() + gaps);
+      ports_.push_back(model_.portDict.registerPort(portKeyOf(text)));
       gaps = 0;
     }
   }
@@ -134,7 +132,8 @@ class EntryReader {
   const TableKind& kind_;
   const PortLabelMap& portKeys_;
   PackedModel& model_;
-  LogicalIORecord record_;
+  LogicalIORecord& record_ = model_.records.emplace_back();
+  NumberedPorts& ports_ = model_.ports.emplace_back();
   bool hasName_ = false;
   bool hasId_ = false;
   bool hasPorts_ = false;
@@ -158,9 +157,11 @@ void parseLegacyTable(const cJSON& table, const TableKind& kind, const PortLabel
   if (entries == nullptr) {
     std::cerr << "createLogicalDestsDict: logical IO table not found. Creating empty I/O rows\n";
   }
-  model.records.reserve(static_cast<std::size_t>(cJSON_GetArraySize(entries)));
+  const auto count = static_cast<std::size_t>(cJSON_GetArraySize(entries));
+  model.records.reserve(count);
+  model.ports.reserve(count);
   for (const cJSON* entry = firstChild(entries); entry != nullptr; entry = entry->next) {
-    model.records.push_back(EntryReader(kind, portKeys, model).read(*entry));
+    EntryReader(kind, portKeys, model).read(*entry);
   }
   model.portDict.computeWidths();
 }
