@@ -14,7 +14,7 @@ DeviceMapper labelOfDevice(const std::vector<DeviceLabel>& devices) {
   }
   return [labels = std::move(labels)](std::string_view device) {
     const auto known = labels.find(device);
-    return std::string(known == labels.end() ? device : known->second);
+    return known == labels.end() ? device : known->second;
   };
 }
 
