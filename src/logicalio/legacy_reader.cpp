@@ -1,5 +1,6 @@
 #include "logicalio/legacy_reader.h"
 
+#include <array>
 #include <cstddef>
 #include <iostream>
 #include <string_view>
@@ -26,11 +27,50 @@ std::size_t portCount(const cJSON& list) {
   return ports;
 }
 
+/// The members that a record keeps besides its ports.
+enum Field : std::size_t { kName, kId, kTally, kRedirect, kDescription, kCategory, kFieldCount };
+
+/// By `Field`.
+constexpr std::array<std::string_view, kFieldCount> kFieldNames = {
+    kNameKey, kIdKey, kTallyKey, kRedirectKey, kDescriptionKey, kCategoryKey};
+
+/// `kFieldCount` for every other member.
+Field fieldOf(std::string_view name) {
+  std::size_t field = 0;
+  while (field < kFieldCount && name != kFieldNames[field]) {
+    ++field;
+  }
+  return static_cast<Field>(field);
+}
+
+/// The fingerprints of a table's members; those of fields are looked up once. Each is created when
+/// it is asked for the first time.
+class MemberFingerprints {
+ public:
+  explicit MemberFingerprints(Fingerprints& fingerprints) : fingerprints_(fingerprints) {}
+
+  VelDB::Hash& of(Field field, std::string_view name) {
+    if (field == kFieldCount) {
+      return fingerprintOf(fingerprints_, name);
+    }
+    VelDB::Hash*& known = known_[field];
+    if (known == nullptr) {
+      known = &fingerprintOf(fingerprints_, name);
+    }
+    return *known;
+  }
+
+ private:
+  Fingerprints& fingerprints_;
+  std::array<VelDB::Hash*, kFieldCount> known_{};
+};
+
 /// Reads one entry of the table into a new record, member by member in document order.
 class EntryReader {
  public:
-  EntryReader(const TableKind& kind, const PortLabelMap& portKeys, PackedModel& model)
-      : kind_(kind), portKeys_(portKeys), model_(model) {}
+  EntryReader(const TableKind& kind, const PortLabelMap& portKeys, MemberFingerprints& fingerprints,
+              PackedModel& model)
+      : kind_(kind), portKeys_(portKeys), fingerprints_(fingerprints), model_(model) {}
 
   void read(const cJSON& entry) && {
     for (const cJSON* member = entry.child; member != nullptr; member = member->next) {
@@ -41,20 +81,22 @@ class EntryReader {
 
  private:
   void readMember(const cJSON& member, std::string_view name) {
-    if (name == kCategoryKey) {
+    const Field field = fieldOf(name);
+    if (field == kCategory) {
       readCategories(member);
-    } else if (name == kind_.portsKey) {
+    } else if (field == kFieldCount && name == kind_.portsKey) {
       readPorts(member);
     } else {
-      readField(member, name);
-      addFingerprint(member, name);
+      const char* const text = stringValue(&member);
+      readField(member, field, text);
+      addFingerprint(member, text, field, name);
     }
   }
 
   void readCategories(const cJSON& list) {
     record_.categories = parseCategoryList(list);
     if (!record_.categories.empty()) {
-      addCategories(fingerprintOf(model_.fingerprints, kCategoryKey), record_.categories);
+      addCategories(fingerprints_.of(kCategory, kCategoryKey), record_.categories);
     }
   }
 
@@ -83,18 +125,17 @@ class EntryReader {
     return labelled == portKeys_.end() ? text : labelled->second;
   }
 
-  void readField(const cJSON& member, std::string_view name) {
-    const char* const text = stringValue(&member);
-    if (name == kNameKey) {
+  void readField(const cJSON& member, Field field, const char* text) {
+    if (field == kName) {
       readName(text);
-    } else if (name == kIdKey) {
+    } else if (field == kId) {
       record_.id = member.valueint;
       hasId_ = true;
-    } else if (name == kRedirectKey) {
+    } else if (field == kRedirect) {
       record_.redirect = member.valueint;
-    } else if (name == kTallyKey && text != nullptr) {
+    } else if (field == kTally && text != nullptr) {
       record_.tally = text;
-    } else if (name == kDescriptionKey && text != nullptr) {
+    } else if (field == kDescription && text != nullptr) {
       record_.description = text;
     }
   }
@@ -108,12 +149,13 @@ class EntryReader {
   }
 
   /// Of any member, known or not.
-  void addFingerprint(const cJSON& member, std::string_view name) {
-    const char* const text = nonEmptyText(member);
+  void addFingerprint(const cJSON& member, const char* text, Field field, std::string_view name) {
     if (text != nullptr) {
-      fingerprintOf(model_.fingerprints, name).hashAdd(std::string_view(text));
+      if (*text != '\0') {
+        fingerprints_.of(field, name).hashAdd(std::string_view(text));
+      }
     } else if (cJSON_IsNumber(&member) != 0 || cJSON_IsBool(&member) != 0) {
-      fingerprintOf(model_.fingerprints, name).hashAdd(static_cast<std::uint32_t>(member.valueint));
+      fingerprints_.of(field, name).hashAdd(static_cast<std::uint32_t>(member.valueint));
     }
   }
 
@@ -131,6 +173,7 @@ class EntryReader {
 
   const TableKind& kind_;
   const PortLabelMap& portKeys_;
+  MemberFingerprints& fingerprints_;
   PackedModel& model_;
   LogicalIORecord& record_ = model_.records.emplace_back();
   NumberedPorts& ports_ = model_.ports.emplace_back();
@@ -160,8 +203,9 @@ void parseLegacyTable(const cJSON& table, const TableKind& kind, const PortLabel
   const auto count = static_cast<std::size_t>(cJSON_GetArraySize(entries));
   model.records.reserve(count);
   model.ports.reserve(count);
+  MemberFingerprints fingerprints(model.fingerprints);
   for (const cJSON* entry = firstChild(entries); entry != nullptr; entry = entry->next) {
-    EntryReader(kind, portKeys, model).read(*entry);
+    EntryReader(kind, portKeys, fingerprints, model).read(*entry);
   }
   model.portDict.computeWidths();
 }
