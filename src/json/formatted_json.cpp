@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 // The layout: an object's members stand on lines of their own, indented by one tab for each object
 // or array around them, with a tab between key and value; an array's elements stand on one line.
@@ -13,6 +14,7 @@ namespace {
 
 constexpr std::size_t kTabs = 2;  // where they begin in the start of a member's line
 constexpr std::size_t kBytes = 256;
+constexpr std::size_t kMostDigits = 20;  // of a 64-bit integer, the sign included
 
 /// By byte: whether it does not stand for itself in a quoted text.
 constexpr std::array<bool, kBytes> escapedBytes() {
@@ -96,8 +98,9 @@ void FormattedJson::beforeValue() {
 
 void FormattedJson::integer(std::int64_t value) {
   beforeValue();
-  const fmt::format_int digits(value);
-  text_.append(digits.data(), digits.size());
+  std::array<char, kMostDigits> digits;  // NOLINT(*-member-init): filled from its start
+  const char* const end = std::to_chars(digits.begin(), digits.end(), value).ptr;
+  text_.append(digits.data(), static_cast<std::size_t>(end - digits.data()));
 }
 
 void FormattedJson::quoted(std::string_view text) {

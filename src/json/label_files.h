@@ -62,8 +62,9 @@ class PortLabelMap {
 };
 
 /// Gives the replacement for a port key's device part, or an empty text to leave the key as it is.
-/// May be empty itself.
-using DeviceMapper = std::function<std::string(std::string_view)>;
+/// What it gives may be a part of what it is given, or must last until it is called again. May be
+/// empty itself.
+using DeviceMapper = std::function<std::string_view(std::string_view)>;
 
 /// The devices in file order, duplicates kept. Throws what `readFile` and `jsonGetString` throw,
 /// "parseDeviceLabels root is not object", "deviceLabels not found" or

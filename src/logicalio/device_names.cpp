@@ -1,6 +1,5 @@
 #include "logicalio/device_names.h"
 
-#include <string>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
@@ -8,13 +7,21 @@
 namespace quenfold {
 
 DeviceMapper labelOfDevice(const std::vector<DeviceLabel>& devices) {
-  std::unordered_map<std::string_view, std::string_view> labels;
+  std::unordered_map<std::string_view, const DeviceLabel*> byId;
   for (const DeviceLabel& device : devices) {
-    labels.emplace(device.id, device.label);
+    byId.emplace(device.id, &device);
   }
-  return [labels = std::move(labels)](std::string_view device) {
-    const auto known = labels.find(device);
-    return std::string(known == labels.end() ? device : known->second);
+  // A device's port labels mostly stand together: the last one found is tried first.
+  const DeviceLabel* last = nullptr;
+  return [byId = std::move(byId), last](std::string_view id) mutable -> std::string_view {
+    if (last == nullptr || last->id != id) {
+      const auto known = byId.find(id);
+      if (known == byId.end()) {
+        return id;
+      }
+      last = known->second;
+    }
+    return last->label;
   };
 }
 

@@ -31,11 +31,17 @@ std::array<char, 4> bigEndian(std::uint32_t value) {
           static_cast<char>(value >> 8U), static_cast<char>(value)};
 }
 
-std::string_view viewOf(const std::array<char, 4>& bytes) { return {bytes.data(), bytes.size()}; }
+/// Kept on purpose: the low word comes before the high word, each with its highest byte first.
+std::array<char, 8> lowWordFirst(std::uint64_t value) {
+  const auto low = bigEndian(static_cast<std::uint32_t>(value));
+  const auto high = bigEndian(static_cast<std::uint32_t>(value >> 32U));
+  return {low[0], low[1], low[2], low[3], high[0], high[1], high[2], high[3]};
+}
 
-std::uint32_t lowWord(std::uint64_t value) { return static_cast<std::uint32_t>(value); }
-
-std::uint32_t highWord(std::uint64_t value) { return static_cast<std::uint32_t>(value >> 32U); }
+template <std::size_t size>
+std::string_view viewOf(const std::array<char, size>& bytes) {
+  return {bytes.data(), size};
+}
 
 }  // namespace
 
@@ -53,11 +59,7 @@ bool Hash::begin(std::string_view bytes) {
 
 bool Hash::begin(std::uint32_t value) { return begin(viewOf(bigEndian(value))); }
 
-bool Hash::begin(std::uint64_t value) {
-  begin(lowWord(value));
-  update(highWord(value));
-  return true;
-}
+bool Hash::begin(std::uint64_t value) { return begin(viewOf(lowWordFirst(value))); }
 
 void Hash::update(std::string_view bytes) {
   // Copies stay in registers: no byte of the text can be part of them.
@@ -74,11 +76,7 @@ void Hash::update(std::string_view bytes) {
 
 void Hash::update(std::uint32_t value) { update(viewOf(bigEndian(value))); }
 
-// Kept on purpose: the low word is fed before the high word, each with its highest byte first.
-void Hash::update(std::uint64_t value) {
-  update(lowWord(value));
-  update(highWord(value));
-}
+void Hash::update(std::uint64_t value) { update(viewOf(lowWordFirst(value))); }
 
 void Hash::hashAdd(std::string_view text) {
   if (started_) {
@@ -90,10 +88,7 @@ void Hash::hashAdd(std::string_view text) {
 
 void Hash::hashAdd(std::uint32_t value) { hashAdd(viewOf(bigEndian(value))); }
 
-void Hash::hashAdd(std::uint64_t value) {
-  hashAdd(lowWord(value));
-  hashAdd(highWord(value));
-}
+void Hash::hashAdd(std::uint64_t value) { hashAdd(viewOf(lowWordFirst(value))); }
 
 std::uint32_t Hash::value() const {
   std::uint32_t value = 0;

@@ -1,9 +1,9 @@
 #include "logicalio/legacy_reader.h"
 
+#include <array>
 #include <cstddef>
 #include <iostream>
 #include <string_view>
-#include <utility>
 
 #include "app/error.h"
 #include "json/cjson_access.h"
@@ -27,36 +27,76 @@ std::size_t portCount(const cJSON& list) {
   return ports;
 }
 
-/// Reads one entry of the table, member by member in document order.
+/// The members that a record keeps besides its ports.
+enum Field : std::size_t { kName, kId, kTally, kRedirect, kDescription, kCategory, kFieldCount };
+
+/// By `Field`.
+constexpr std::array<std::string_view, kFieldCount> kFieldNames = {
+    kNameKey, kIdKey, kTallyKey, kRedirectKey, kDescriptionKey, kCategoryKey};
+
+/// `kFieldCount` for every other member.
+Field fieldOf(std::string_view name) {
+  std::size_t field = 0;
+  while (field < kFieldCount && name != kFieldNames[field]) {
+    ++field;
+  }
+  return static_cast<Field>(field);
+}
+
+/// The fingerprints of a table's members; those of fields are looked up once. Each is created when
+/// it is asked for the first time.
+class MemberFingerprints {
+ public:
+  explicit MemberFingerprints(Fingerprints& fingerprints) : fingerprints_(fingerprints) {}
+
+  VelDB::Hash& of(Field field, std::string_view name) {
+    if (field == kFieldCount) {
+      return fingerprintOf(fingerprints_, name);
+    }
+    VelDB::Hash*& known = known_[field];
+    if (known == nullptr) {
+      known = &fingerprintOf(fingerprints_, name);
+    }
+    return *known;
+  }
+
+ private:
+  Fingerprints& fingerprints_;
+  std::array<VelDB::Hash*, kFieldCount> known_{};
+};
+
+/// Reads one entry of the table into a new record, member by member in document order.
 class EntryReader {
  public:
-  EntryReader(const TableKind& kind, const PortLabelMap& portKeys, PackedModel& model)
-      : kind_(kind), portKeys_(portKeys), model_(model) {}
+  EntryReader(const TableKind& kind, const PortLabelMap& portKeys, MemberFingerprints& fingerprints,
+              PackedModel& model)
+      : kind_(kind), portKeys_(portKeys), fingerprints_(fingerprints), model_(model) {}
 
-  LogicalIORecord read(const cJSON& entry) && {
+  void read(const cJSON& entry) && {
     for (const cJSON* member = entry.child; member != nullptr; member = member->next) {
       readMember(*member, memberName(*member));
     }
     requireMembers();
-    return std::move(record_);
   }
 
  private:
   void readMember(const cJSON& member, std::string_view name) {
-    if (name == kCategoryKey) {
+    const Field field = fieldOf(name);
+    if (field == kCategory) {
       readCategories(member);
-    } else if (name == kind_.portsKey) {
+    } else if (field == kFieldCount && name == kind_.portsKey) {
       readPorts(member);
     } else {
-      readField(member, name);
-      addFingerprint(member, name);
+      const char* const text = stringValue(&member);
+      readField(member, field, text);
+      addFingerprint(member, text, field, name);
     }
   }
 
   void readCategories(const cJSON& list) {
     record_.categories = parseCategoryList(list);
     if (!record_.categories.empty()) {
-      addCategories(fingerprintOf(model_.fingerprints, kCategoryKey), record_.categories);
+      addCategories(fingerprints_.of(kCategory, kCategoryKey), record_.categories);
     }
   }
 
@@ -64,8 +104,8 @@ class EntryReader {
   /// are dropped, as unpacking pads the list again.
   void readPorts(const cJSON& list) {
     hasPorts_ = true;
-    if (record_.ports.empty()) {  // else a repeated member grows the list
-      record_.ports.reserve(portCount(list));
+    if (ports_.empty()) {  // else a repeated member grows the list
+      ports_.reserve(portCount(list));
     }
     std::size_t gaps = 0;
     for (const cJSON* item = list.child; item != nullptr; item = item->next) {
@@ -74,8 +114,8 @@ class EntryReader {
         ++gaps;
         continue;
       }
-      record_.ports.resize(record_.ports.size() + gaps);
-      model_.portDict.registerPortKey(portKeyOf(text), record_.ports.emplace_back());
+      ports_.resize(ports_.size() + gaps);
+      ports_.push_back(model_.portDict.registerPort(portKeyOf(text)));
       gaps = 0;
     }
   }
@@ -85,18 +125,17 @@ class EntryReader {
     return labelled == portKeys_.end() ? text : labelled->second;
   }
 
-  void readField(const cJSON& member, std::string_view name) {
-    const char* const text = stringValue(&member);
-    if (name == kNameKey) {
+  void readField(const cJSON& member, Field field, const char* text) {
+    if (field == kName) {
       readName(text);
-    } else if (name == kIdKey) {
+    } else if (field == kId) {
       record_.id = member.valueint;
       hasId_ = true;
-    } else if (name == kRedirectKey) {
+    } else if (field == kRedirect) {
       record_.redirect = member.valueint;
-    } else if (name == kTallyKey && text != nullptr) {
+    } else if (field == kTally && text != nullptr) {
       record_.tally = text;
-    } else if (name == kDescriptionKey && text != nullptr) {
+    } else if (field == kDescription && text != nullptr) {
       record_.description = text;
     }
   }
@@ -110,12 +149,13 @@ class EntryReader {
   }
 
   /// Of any member, known or not.
-  void addFingerprint(const cJSON& member, std::string_view name) {
-    const char* const text = nonEmptyText(member);
+  void addFingerprint(const cJSON& member, const char* text, Field field, std::string_view name) {
     if (text != nullptr) {
-      fingerprintOf(model_.fingerprints, name).hashAdd(std::string_view(text));
+      if (*text != '\0') {
+        fingerprints_.of(field, name).hashAdd(std::string_view(text));
+      }
     } else if (cJSON_IsNumber(&member) != 0 || cJSON_IsBool(&member) != 0) {
-      fingerprintOf(model_.fingerprints, name).hashAdd(static_cast<std::uint32_t>(member.valueint));
+      fingerprints_.of(field, name).hashAdd(static_cast<std::uint32_t>(member.valueint));
     }
   }
 
@@ -133,8 +173,10 @@ class EntryReader {
 
   const TableKind& kind_;
   const PortLabelMap& portKeys_;
+  MemberFingerprints& fingerprints_;
   PackedModel& model_;
-  LogicalIORecord record_;
+  LogicalIORecord& record_ = model_.records.emplace_back();
+  NumberedPorts& ports_ = model_.ports.emplace_back();
   bool hasName_ = false;
   bool hasId_ = false;
   bool hasPorts_ = false;
@@ -158,9 +200,12 @@ void parseLegacyTable(const cJSON& table, const TableKind& kind, const PortLabel
   if (entries == nullptr) {
     std::cerr << "createLogicalDestsDict: logical IO table not found. Creating empty I/O rows\n";
   }
-  model.records.reserve(static_cast<std::size_t>(cJSON_GetArraySize(entries)));
+  const auto count = static_cast<std::size_t>(cJSON_GetArraySize(entries));
+  model.records.reserve(count);
+  model.ports.reserve(count);
+  MemberFingerprints fingerprints(model.fingerprints);
   for (const cJSON* entry = firstChild(entries); entry != nullptr; entry = entry->next) {
-    model.records.push_back(EntryReader(kind, portKeys, model).read(*entry));
+    EntryReader(kind, portKeys, fingerprints, model).read(*entry);
   }
   model.portDict.computeWidths();
 }

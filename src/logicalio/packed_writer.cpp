@@ -60,22 +60,21 @@ void writeFingerprints(FormattedJson& json, const FingerprintValues& values) {
 using PackedPort = std::vector<std::uint32_t>::const_iterator;
 
 /// `next` is the record's first packed number, and then the one after its last.
-void writePorts(FormattedJson& json, const std::vector<std::string>& idKeys, PackedPort& next) {
+void writePorts(FormattedJson& json, const NumberedPorts& ports, PackedPort& next) {
   json.key(kPortKey);
   json.beginArray();
-  for (const std::string& idKey : idKeys) {
-    if (idKey.empty()) {
-      json.string(idKey);
-    } else {
+  for (const std::optional<PortKeyIds>& port : ports) {
+    if (port) {
       json.number(*next++);
+    } else {
+      json.string("");
     }
   }
   json.endArray();
 }
 
-/// Everything of a record but its name and its categories.
-void writeRecord(FormattedJson& json, const LogicalIORecord& record, PackedPort& next) {
-  json.beginObject();
+/// Everything of a record but its name, its categories and its ports.
+void writeFields(FormattedJson& json, const LogicalIORecord& record) {
   json.key(kIdKey);
   json.number(record.id);
   if (!record.tally.empty()) {
@@ -90,8 +89,6 @@ void writeRecord(FormattedJson& json, const LogicalIORecord& record, PackedPort&
     json.key(kDescriptionKey);
     json.string(record.description);
   }
-  writePorts(json, record.ports, next);
-  json.endObject();
 }
 
 void writeCategories(FormattedJson& json, const std::vector<CatEntry>& categories) {
@@ -117,18 +114,18 @@ void writeSideHead(FormattedJson& json, const PackedModel& model, const char* fi
 
 std::vector<std::uint32_t> packPorts(PackedModel& model) {
   std::vector<std::uint32_t> packed;
-  for (const LogicalIORecord& record : model.records) {
-    if (record.ports.empty()) {
+  for (const NumberedPorts& ports : model.ports) {
+    if (ports.empty()) {
       continue;
     }
     VelDB::Hash& fingerprint = fingerprintOf(model.fingerprints, kPortKey);
-    for (const std::string& idKey : record.ports) {
-      if (idKey.empty()) {
-        fingerprint.hashAdd(std::uint32_t{0});
-      } else {
-        const std::uint64_t number = model.portDict.packIdKey(idKey);
+    for (const std::optional<PortKeyIds>& port : ports) {
+      if (port) {
+        const std::uint64_t number = model.portDict.packIds(*port);
         fingerprint.hashAdd(number);
         packed.push_back(static_cast<std::uint32_t>(number));
+      } else {
+        fingerprint.hashAdd(std::uint32_t{0});
       }
     }
   }
@@ -145,8 +142,12 @@ std::string portsText(const PackedModel& model, const std::vector<std::uint32_t>
   json.key(kLogicalIOKey);
   json.beginArray();
   auto next = packedPorts.begin();
+  auto ports = model.ports.begin();
   for (const LogicalIORecord& record : model.records) {
-    writeRecord(json, record, next);
+    json.beginObject();
+    writeFields(json, record);
+    writePorts(json, *ports++, next);
+    json.endObject();
   }
   json.endArray();
   return endDocument(json);

@@ -109,10 +109,10 @@ void nameImpliedSlots(PortDict& dict) {
 
 std::string impliedSlotName(std::uint64_t id) { return fmt::format("slot{}", id); }
 
-std::string& PortDict::registerPortKey(std::string_view portKey, std::string& out) {
+std::optional<PortKeyIds> PortDict::registerPort(std::string_view portKey) {
   const std::optional<PortKeyText> key = scanPortKey(portKey);
   if (!key) {
-    return out;
+    return std::nullopt;
   }
   // A negative number counts as a very large one.
   PortKeyIds ids{};
@@ -124,7 +124,12 @@ std::string& PortDict::registerPortKey(std::string_view portKey, std::string& ou
   ids[kSlot] = slot.add(key->slot);
   maxCh = std::max(maxCh, ids[kCh]);
   maxPortId = std::max(maxPortId, ids[kPortId]);
-  return out = printIdKey(ids);
+  return ids;
+}
+
+std::string& PortDict::registerPortKey(std::string_view portKey, std::string& out) {
+  const std::optional<PortKeyIds> ids = registerPort(portKey);
+  return ids ? out = printIdKey(*ids) : out;
 }
 
 std::uint32_t PortDict::computeWidths() {
@@ -149,16 +154,19 @@ std::uint32_t PortDict::computeShifts() {
   return total;
 }
 
-std::uint64_t PortDict::packIdKey(std::string_view idKey) const {
-  const PortKeyIds ids = scanIdKey(idKey);
+std::uint64_t PortDict::packIds(const PortKeyIds& ids) const {
   std::uint32_t packed = 0;
   for (std::size_t field = 0; field < kPortFieldCount; ++field) {
-    if (bits.at(field) > 0) {
+    if (bits[field] > 0) {
       // Kept on purpose: not masked, so a value wider than its field spills into the next one.
-      packed |= shiftedLeft(ids.at(field), shift.at(field));
+      packed |= shiftedLeft(ids[field], shift[field]);
     }
   }
   return packed;
+}
+
+std::uint64_t PortDict::packIdKey(std::string_view idKey) const {
+  return packIds(scanIdKey(idKey));
 }
 
 PortKeyIds PortDict::splitFields(std::uint64_t value) const {

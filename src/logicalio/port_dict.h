@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -35,8 +36,11 @@ struct PortDict {
   // Of a file that lists no slots: "slotN" has the id N for every N below this.
   std::uint64_t impliedSlots = 0;
 
-  /// Notes the key's texts and numbers and sets `out` to its ID key. A text that is no port key
-  /// changes nothing. Returns `out`.
+  /// Notes the key's texts and numbers and gives its fields as numbers. Nothing, and nothing
+  /// changed, for a text that is no port key.
+  std::optional<PortKeyIds> registerPort(std::string_view portKey);
+
+  /// The same, with `out` set to the ID key. Returns `out`.
   std::string& registerPortKey(std::string_view portKey, std::string& out);
 
   /// The widths that hold everything registered, then `computeShifts`. Returns the total width.
@@ -46,6 +50,7 @@ struct PortDict {
   std::uint32_t computeShifts();
 
   /// The packed number of a port, below 2^32; bits beyond that are lost.
+  [[nodiscard]] std::uint64_t packIds(const PortKeyIds& ids) const;
   [[nodiscard]] std::uint64_t packIdKey(std::string_view idKey) const;
 
   /// The fields of a packed number.

@@ -15,7 +15,7 @@ inline constexpr std::int32_t kNoRedirect = 1;
 struct LogicalIORecord {
   std::string name;
   std::int32_t id = 0;
-  std::vector<std::string> ports;  // ID keys when packing, port keys or labels when unpacking
+  std::vector<std::string> ports;  // port keys or labels; packing numbers them instead
   std::vector<CatEntry> categories;
   std::string tally;
   std::int32_t redirect = kNoRedirect;

@@ -85,7 +85,7 @@ TEST(LoadPortLabels, AsksTheMapperForTheDevicePart) {
   std::vector<std::string> asked;
   const auto labels = portsOf(json, false, [&](std::string_view device) {
     asked.emplace_back(device);
-    return device == "dev1" ? std::string("7") : std::string();
+    return device == "dev1" ? "7" : "";
   });
   EXPECT_EQ(labels, (Entries{{"7.in.3", "Vox"}, {"plain", "P"}, {"x.y", "X"}}));
   EXPECT_EQ(asked, (std::vector<std::string>{"dev1", "x"}));
@@ -122,6 +122,26 @@ TEST(LoadPortLabels, ReportsEachFault) {
   EXPECT_EQ(portMessage(R"({"portLabels": {"k": 5}})"), "portLabel entry value is not string");
   EXPECT_EQ(test::messageOf([] { loadPortLabels("no-such-folder/x", false, nullptr); }),
             "error while opening file: no-such-folder/x");
+}
+
+TEST(LoadPortLabels, TheFirstSectionOfTheRootCounts) {
+  EXPECT_EQ(portsOf(R"({"more": {"b": "2"}, "portLabels": {"a": "1"}, "portLabels": {"c": "3"}})"),
+            (Entries{{"a", "1"}}));
+  EXPECT_EQ(portsOf(R"({"portLabels": {"a": "1"}, "more": {"b": "2"}, "last": "4"})"),
+            (Entries{{"a", "1"}}));
+  EXPECT_EQ(portMessage(R"({"portLabels": [{"a": "1"}], "portLabels": {}})"),
+            "portLabels is not object");
+  EXPECT_EQ(portMessage(R"({"portLabels": "text"})"), "portLabels is not object");
+  EXPECT_EQ(portMessage(R"({"more": {"portLabels": {}}})"), "portLabels not found");
+  EXPECT_EQ(portMessage(R"([{"portLabels": {}}])"), "loadPortLabels root is not object");
+}
+
+TEST(LoadPortLabels, EveryEntryIsAString) {
+  for (const char* const value : {"null", "true", "1.5", "[]", R"(["x"])", "{}", R"({"a": "1"})"}) {
+    const std::string file = R"({"portLabels": {"first": "", "k": )" + std::string(value) + "}";
+    EXPECT_EQ(portMessage(file + "}"), "portLabel entry value is not string") << value;
+    EXPECT_EQ(portMessage(file), "loadPortLabels root is not object") << value;
+  }
 }
 
 TEST(LabelFiles, SurviveDeepNesting) {

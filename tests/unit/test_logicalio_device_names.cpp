@@ -31,6 +31,18 @@ TEST(LabelOfDevice, TakesTheFirstDeviceOfAnId) {
   EXPECT_EQ(label("sn1"), "sn1");
 }
 
+TEST(LabelOfDevice, AnswersTheSameHoweverOftenAndInAnyOrder) {
+  const std::vector<DeviceLabel> list = {{"A", "Box", ""}, {"B", "Rack", ""}, {"", "Nameless", ""}};
+  const DeviceMapper label = labelOfDevice(list);
+  EXPECT_EQ(label(""), "Nameless");
+  EXPECT_EQ(label("A"), "Box");
+  EXPECT_EQ(label("A"), "Box");
+  EXPECT_EQ(label("unknown"), "unknown");
+  EXPECT_EQ(label("B"), "Rack");
+  EXPECT_EQ(label("A"), "Box");
+  EXPECT_EQ(labelOfDevice({})(""), "");
+}
+
 TEST(NameDevices, ById) {
   PortDict dict = dictOf({"Stage", "SN3", "unknown"});
   nameDevicesById(devices(), dict);

@@ -18,9 +18,8 @@ TEST(PortsText, WritesPackedNumbersBesideEmptyPorts) {
   model.outputKey = "k";
   model.records.resize(2);
   model.records[0].id = -1;
-  model.records[0].ports = {"", "0.0.0[0].0.0", ""};
   model.records[1].id = 2;
-  model.records[1].ports = {"0.0.0[0].0.0"};
+  model.ports = {{std::nullopt, PortKeyIds{}, std::nullopt}, {PortKeyIds{}}};
   const std::string text = portsText(model, {7, 4294967295U});
   EXPECT_NE(text.find("\"id\":\t-1,\n\t\t\t\t\"port\":\t[\"\", 7, \"\"]\n"), std::string::npos)
       << text;

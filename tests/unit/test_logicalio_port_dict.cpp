@@ -63,6 +63,17 @@ TEST(RegisterPortKey, GivesTheIdKey) {
   EXPECT_EQ(dict.maxCh, 3U);
 }
 
+TEST(RegisterPort, GivesTheFieldsAsNumbers) {
+  PortDict dict;
+  dict.registerPort("devA.slot0.in[12].mic.ch3");
+  const PortKeyIds fields = {1, 0, 5, 1, 0, 1};
+  EXPECT_EQ(dict.registerPort("devB.slot0.out[5].mic.ch1"), std::optional(fields));
+  EXPECT_EQ(dict.registerPort("Vox"), std::nullopt);
+  dict.computeWidths();
+  // Widths: 2 for channels to 3, 4 for ports to 12, 1 for two prefixes and for two devices.
+  EXPECT_EQ(dict.packIds(fields), 1U + (5U << 2U) + (1U << 6U) + (1U << 7U));
+}
+
 TEST(RegisterPortKey, LeavesEverythingAloneWithoutAPortKey) {
   PortDict dict;
   std::string out = "before";
