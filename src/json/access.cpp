@@ -30,11 +30,9 @@ const JsonValue* findMember(const JsonValue& value, const char* name) {
   return member == value.MemberEnd() ? nullptr : &member->value;
 }
 
-std::string_view jsonMemberText(const JsonValue* member, const char* name) {
-  if (!found(member, name).IsString()) {
-    throw runtimeError("{} is not string", name);
-  }
-  return jsonText(*member);
+void throwNoString(const JsonValue* member, const char* name) {
+  found(member, name);
+  throw runtimeError("{} is not string", name);
 }
 
 std::int32_t jsonMemberInt(const JsonValue* member, const char* name) {

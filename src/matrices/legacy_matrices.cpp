@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "matrices/legacy_format.h"
+#include "matrices/port_entry.h"
 
 namespace quenfold::packing {
 namespace {
@@ -30,6 +31,8 @@ constexpr std::array<rapidjson::Type, 7> kWayOn = {
 class LegacyHandler : public rapidjson::BaseReaderHandler<JsonEncoding, LegacyHandler> {
  public:
   explicit LegacyHandler(LegacyMatrices& file) : file_(file) {}
+
+  void parseFrom(char*& place) { place_ = &place; }
 
   // NOLINTBEGIN(readability-identifier-naming): the names are the library's
   bool Null() { return put(JsonValue(false)); }
@@ -148,11 +151,27 @@ class LegacyHandler : public rapidjson::BaseReaderHandler<JsonEncoding, LegacyHa
       level_ = static_cast<Level>(level_ - 1);
       target_ = nullptr;
       leadsOn_ = true;
+      if (level_ == kInPorts) {
+        takeEntriesAhead();
+      }
     }
     return true;
   }
 
+  /// What the parser would make of the next ports, as long as they are spelled as usual.
+  void takeEntriesAhead() {
+    while (const auto entry = takeNextPortEntry(*place_)) {
+      file_.ports.push_back({textValue(entry->port), textValue(entry->label)});
+      ++file_.list.back().portCount;
+    }
+  }
+
+  static JsonValue textValue(std::string_view text) {
+    return JsonValue(rapidjson::StringRef(text.data(), text.size()));
+  }
+
   LegacyMatrices& file_;
+  char** place_ = nullptr;  // of the parser
   Level level_ = kOutside;
   std::size_t skipped_ = 0;          // open objects and arrays beside the way
   JsonValue* target_ = &file_.root;  // of the next value; null for an element or what is skipped

@@ -104,6 +104,11 @@ std::string_view familyOf(std::string_view portText, const SplitPort& parts) {
   return portText.substr(0, static_cast<std::size_t>(typeEnd - portText.data()) + 1);
 }
 
+/// The port string up to and including the "." behind its slot.
+std::string_view placeOf(std::string_view portText, const SplitPort& parts) {
+  return portText.substr(0, static_cast<std::size_t>(parts.port.data() - portText.data()));
+}
+
 PackSlot& slotOf(DeviceList& devices, const SplitPort& port) {
   PackDevice& device = devices.findOrAppend(port.device, [&] {
     return PackDevice{std::string(port.device), {}};
@@ -126,11 +131,12 @@ ChannelList& channelsOf(PackPort& port, std::string_view type) {
 /// is not searched, and nothing was appended to it since.
 ChannelList& moveTo(PortCursor& cursor, DeviceList& devices, std::string_view portText) {
   const PortCursor last = std::exchange(cursor, {});
+  const bool sameSlot = last.slot != nullptr && beginsWith(portText, last.place);
   PortCursor next;
-  next.parts = splitPort(portText);
+  next.parts = sameSlot ? splitBehindSlot(last.parts, portText.substr(last.place.size()))
+                        : splitPort(portText);
+  next.place = placeOf(portText, next.parts);
   next.family = familyOf(portText, next.parts);
-  const bool sameSlot = last.slot != nullptr && last.parts.device == next.parts.device &&
-                        last.parts.slot == next.parts.slot;
   next.slot = sameSlot ? last.slot : &slotOf(devices, next.parts);
   const bool samePort = sameSlot && last.parts.port == next.parts.port;
   next.port = samePort ? last.port : &portOf(*next.slot, next.parts.port);

@@ -64,6 +64,7 @@ void addPort(DeviceList& devices, const SplitPort& port);
 /// mostly follow each other: their port strings differ in nothing but the channel, and the next one
 /// needs neither cutting nor searching.
 struct PortCursor {
+  std::string_view place;   // the port string up to its port
   std::string_view family;  // the port string up to its channel
   SplitPort parts;
   PackSlot* slot = nullptr;

@@ -61,6 +61,11 @@ SplitPort splitPort(std::string_view portText) {
   std::string_view rest = portText;
   parts.device = takePart(rest);
   parts.slot = takePart(rest);
+  return splitBehindSlot(parts, rest);
+}
+
+SplitPort splitBehindSlot(const SplitPort& before, std::string_view rest) {
+  SplitPort parts = before;
   parts.port = takePart(rest);
   parts.type = takePart(rest);
   // With a "." missing nothing is left for the channel, which then reports it.

@@ -36,6 +36,33 @@ TEST(LegacyMatrices, KeepsEachMatrixWithItsPortsInOrder) {
   EXPECT_TRUE(parsed.file.ports[2].label.IsNull());
 }
 
+TEST(LegacyMatrices, KeepsPortsInWhateverSpellingTheyFollowEachOther) {
+  const Parsed parsed(
+      R"({"Config":{"Matrices":[{"ports":[{"port":"p1","label":"l1"},{"port":"p2","label":"l2"},)"
+      R"({"label":"l3","port":"p3"},{"port":"p4","label":"l\u0034"},{"port":"p5","label":"l5"}]},)"
+      R"({"x":[{"port":"no","label":"no"},{"port":"no","label":"no"}],)"
+      R"("ports":[{"port":"p6","label":"l6"},{"port":"p7","label":"l7"},1,)"
+      R"({"port":"no","label":"no"},{"port":"no","label":"no"}]}]}})");
+  ASSERT_EQ(parsed.file.list.size(), 2U);
+  EXPECT_EQ(parsed.file.list[0].portCount, 5U);
+  EXPECT_EQ(parsed.file.list[1].portCount, 2U);
+  EXPECT_TRUE(parsed.file.list[1].portsEndEarly);
+  ASSERT_EQ(parsed.file.ports.size(), 7U);
+  for (std::size_t i = 0; i < 7; ++i) {
+    EXPECT_EQ(jsonText(parsed.file.ports[i].port), "p" + std::to_string(i + 1));
+    EXPECT_EQ(jsonText(parsed.file.ports[i].label), "l" + std::to_string(i + 1));
+  }
+}
+
+TEST(LegacyMatrices, KeepsNothingOfPortsThatEndAmiss) {
+  const std::string start = R"({"Config":{"Matrices":[{"ports":[{"port":"a","label":"b"},)"
+                            R"({"port":"a","label":"b"})";
+  EXPECT_EQ(Parsed(start + "]}]}}").file.ports.size(), 2U);
+  for (const char* end : {"", "]}]}", ",]}]}}", ",", "}", R"(,{"port":"a","label":"b"},]}]}})"}) {
+    EXPECT_TRUE(Parsed(start + end).file.root.IsNull()) << end;
+  }
+}
+
 TEST(LegacyMatrices, KeepsTheFirstOfEachName) {
   const Parsed parsed(R"({
       "Config": {"Matrices": [{"id": 1, "id": 2, "ports": [{"port": "a", "port": "b"}],

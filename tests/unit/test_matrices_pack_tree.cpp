@@ -138,6 +138,21 @@ TEST(PortCursor, HasTheMessagesOfASplit) {
             "Duplicate channel in 2(d.s.in[1].a.2). Channels=1,2,");
 }
 
+TEST(PortCursor, CutsWhatFollowsTheSameSlot) {
+  EXPECT_EQ(cursorTreeOf({"d.s.in[1].a.ch1", "d.s.out[1]..ch1", "d.s1.in[1].a.ch1",
+                          "d.s.in[1].a.ch2", ".s.in[1].a.ch1", "..in[1].a.ch1", "..in[2].a.ch1"}),
+            "d/s/in[]1/a:1,2, d/s/out[]1/:1, d/s1/in[]1/a:1, /s/in[]1/a:1, //in[]1/a:1, "
+            "//in[]2/a:1, ");
+  for (const char* port : {"d.s.", "d.s.in[1]", "d.s.in[1].", "d.s.in[1].b", "d.s.in[1].b.",
+                           "d.s.in[1].b.c.ch1", "d.s"}) {
+    EXPECT_EQ(test::messageOf([&] {
+                cursorTreeOf({"d.s.in[1].a.ch1", port});
+              }),
+              "Bad ch string")
+        << port;
+  }
+}
+
 TEST(AddChannel, ReportsADuplicateAndKeepsOne) {
   DeviceList devices = treeOf({"F1.s1.in[3].audio.ch1", "F1.s1.in[3].audio.ch2"});
   const std::string warning =
