@@ -45,22 +45,6 @@ void scanPortKeys(benchmark::State& state) {
 }
 BENCHMARK(scanPortKeys);
 
-void printPortKeys(benchmark::State& state) {
-  std::vector<PortKeyText> scanned;
-  for (const std::string& key : pieceInputs().portKeys) {
-    if (const auto fields = scanPortKey(key)) {
-      scanned.push_back(*fields);
-    }
-  }
-  while (state.KeepRunning()) {
-    for (const PortKeyText& fields : scanned) {
-      benchmark::DoNotOptimize(printPortKey(fields));
-    }
-  }
-  countItems(state, scanned.size());
-}
-BENCHMARK(printPortKeys);
-
 std::vector<std::string> registerAll(PortDict& dict) {
   std::vector<std::string> idKeys;
   for (const std::string& key : pieceInputs().portKeys) {
@@ -126,16 +110,6 @@ void cjsonParse(benchmark::State& state) {
   countBytes(state, text.size());
 }
 BENCHMARK(cjsonParse);
-
-void cjsonPrint(benchmark::State& state) {
-  const std::string& text = pieceInputs().sources;
-  const auto tree = parseCJson(text);
-  while (state.KeepRunning()) {
-    benchmark::DoNotOptimize(printCJson(*tree));
-  }
-  countBytes(state, text.size());
-}
-BENCHMARK(cjsonPrint);
 
 }  // namespace
 }  // namespace quenfold::bench

@@ -10,6 +10,7 @@
 #include "json/formatted_json.h"
 #include "logicalio/port_dict.h"
 #include "logicalio/port_key.h"
+#include "support/port_key_text.h"
 #include "target.h"
 
 namespace quenfold {
@@ -22,10 +23,10 @@ struct Registered {
 };
 
 std::string canonical(const PortKeyText& fields) {
-  std::string text = printPortKey(fields);
+  std::string text = test::printPortKey(fields);
   const std::optional<PortKeyText> again = scanPortKey(text);
   fuzz::require(again.has_value(), "a printed port key scans");
-  fuzz::requireEqual(printPortKey(*again), text, "a printed port key scans to its fields");
+  fuzz::requireEqual(test::printPortKey(*again), text, "a printed port key scans to its fields");
   return text;
 }
 

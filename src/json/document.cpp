@@ -95,10 +95,6 @@ std::string_view textOf(const JsonBuffer& buffer) {
   return {buffer.stack_.Bottom<char>(), buffer.GetSize()};
 }
 
-void append(JsonBuffer& buffer, std::string_view bytes) {
-  std::copy(bytes.begin(), bytes.end(), buffer.Push(bytes.size()));
-}
-
 }  // namespace quenfold
 
 // NOLINTEND(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory)

@@ -103,9 +103,6 @@ JsonValue jsonNumber(std::string_view digits);
 /// What the writers write into; it grows without copying where the system can move pages.
 using JsonBuffer = rapidjson::GenericStringBuffer<JsonEncoding, JsonAllocator>;
 
-/// No white space at all.
-using CompactJsonWriter = rapidjson::Writer<JsonBuffer, JsonEncoding, JsonEncoding, JsonAllocator>;
-
 /// Four blanks a level, one member a line, every array on one line.
 class PrettyJsonWriter
     : public rapidjson::PrettyWriter<JsonBuffer, JsonEncoding, JsonEncoding, JsonAllocator> {
@@ -120,9 +117,6 @@ class PrettyJsonWriter
 
 /// What was written so far; valid until more is written. Allocates nothing.
 std::string_view textOf(const JsonBuffer& buffer);
-
-/// Appends the bytes as they are, without escaping.
-void append(JsonBuffer& buffer, std::string_view bytes);
 
 /// Writers take lengths of 32 bits.
 template <typename Writer>

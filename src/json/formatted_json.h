@@ -7,7 +7,7 @@
 
 namespace quenfold {
 
-/// Writes JSON in cJSON's formatted layout, byte for byte what printCJson() gives for the same
+/// Writes JSON in cJSON's formatted layout, byte for byte what cJSON_Print() gives for the same
 /// tree, without building the tree. The caller nests begin and end, and writes a key before each
 /// value of an object. Texts and keys hold no zero byte. Everything throws std::bad_alloc.
 class FormattedJson {

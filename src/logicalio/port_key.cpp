@@ -187,13 +187,6 @@ void appendPortKeyTail(fmt::memory_buffer& key, std::int32_t portId, std::string
   key.append(chDigits.data(), chDigits.data() + chDigits.size());
 }
 
-std::string printPortKey(const PortKeyText& fields) {
-  fmt::memory_buffer key;
-  appendPortKeyHead(key, fields.device, fields.slot, fields.portPrefix);
-  appendPortKeyTail(key, fields.portId, fields.type, fields.ch);
-  return fmt::to_string(key);
-}
-
 PortKeyIds scanIdKey(std::string_view key) {
   PortKeyIds ids{};
   if (key.size() > kIdKeyCapacity) {

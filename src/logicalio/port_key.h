@@ -47,8 +47,6 @@ void appendPortKeyHead(fmt::memory_buffer& key, std::string_view device, std::st
 void appendPortKeyTail(fmt::memory_buffer& key, std::int32_t portId, std::string_view type,
                        std::int32_t ch);
 
-std::string printPortKey(const PortKeyText& fields);
-
 /// Reads an ID key as sscanf does by "%X.%X.%X[%X].%X.%X" on such a host. The fields from the
 /// first one on that does not scan are 0, and all are when the key has more than 63 bytes.
 PortKeyIds scanIdKey(std::string_view key);

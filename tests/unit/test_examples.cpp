@@ -9,6 +9,8 @@
 #include "app/text.h"
 #include "json/cjson_handle.h"
 #include "json/document.h"
+#include "support/cjson_trees.h"
+#include "support/compact_json.h"
 
 namespace quenfold {
 namespace {
@@ -18,13 +20,7 @@ std::string exampleText(std::string_view name) {
   return readFile(joinPath(QUENFOLD_EXAMPLES, name));
 }
 
-std::string compact(std::string text) {
-  const JsonDocument document = parseJson(text);
-  JsonBuffer buffer;
-  CompactJsonWriter writer(buffer);
-  document.Accept(writer);
-  return std::string(textOf(buffer));
-}
+std::string compact(std::string text) { return test::compactJson(parseJson(text)); }
 
 /// What a logical input or output can name, and the port key behind it: a user's label, or the key
 /// of a port that has none.
@@ -105,7 +101,7 @@ TEST(Examples, LogicalTablesHaveThePrintedLayout) {
     const CJsonDocument tree = parseCJson(exampleText(file));
     ASSERT_TRUE(tree) << file;
     std::string printed;
-    for (const std::string& line : split(printCJson(*tree), '\n')) {
+    for (const std::string& line : split(test::printCJson(*tree), '\n')) {
       printed += line;
     }
     EXPECT_EQ(printed, exampleText(file));

@@ -7,6 +7,7 @@
 
 #include "generator/port_tables.h"
 #include "json/cjson_handle.h"
+#include "support/cjson_trees.h"
 #include "support/plants.h"
 
 namespace quenfold::generator {
@@ -25,7 +26,7 @@ TEST(GeneratorLogicalTable, HasThePrintedLayout) {
       const std::string text = tableTextOf(plant, direction);
       const CJsonDocument tree = parseCJson(text);
       ASSERT_TRUE(tree);
-      EXPECT_EQ(printCJson(*tree), text);
+      EXPECT_EQ(test::printCJson(*tree), text);
     }
   }
 }

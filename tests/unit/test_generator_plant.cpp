@@ -15,6 +15,7 @@
 #include "generator/port_tables.h"
 #include "generator/random.h"
 #include "json/document.h"
+#include "support/compact_json.h"
 #include "support/plants.h"
 
 namespace quenfold::generator {
@@ -37,13 +38,7 @@ std::size_t countPorts(std::string text) {
 }
 
 /// The text as the compact writer gives it.
-std::string compact(std::string text) {
-  const JsonDocument document = parseJson(text);
-  JsonBuffer buffer;
-  CompactJsonWriter writer(buffer);
-  document.Accept(writer);
-  return std::string(textOf(buffer));
-}
+std::string compact(std::string text) { return test::compactJson(parseJson(text)); }
 
 std::vector<PortEntry> allEntries(const Plant& plant) {
   std::vector<PortEntry> entries;

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 
@@ -28,10 +29,15 @@ TEST(JsonLibrary, PutsEverythingOnEightBytes) {
   EXPECT_EQ(RAPIDJSON_ALIGN(std::size_t{9}), 16U);
 }
 
+TEST(JsonAllocator, GivesNothingForNothingAndFreesWhatIsResizedToIt) {
+  EXPECT_EQ(JsonAllocator::Malloc(0), nullptr);
+  EXPECT_EQ(JsonAllocator::Realloc(JsonAllocator::Malloc(8), 8, 0), nullptr);
+}
+
 TEST(TextOf, AllocatesNothingForAFullBuffer) {
   JsonBuffer buffer;
   const std::string bytes(JsonBuffer::kDefaultCapacity, 'x');
-  append(buffer, bytes);
+  std::copy(bytes.begin(), bytes.end(), buffer.Push(bytes.size()));
   ASSERT_EQ(buffer.stack_.GetCapacity(), bytes.size());
   EXPECT_EQ(textOf(buffer), bytes);
   EXPECT_EQ(buffer.stack_.GetCapacity(), bytes.size());

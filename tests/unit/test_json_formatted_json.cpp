@@ -5,13 +5,14 @@
 #include <utility>
 
 #include "generator/random.h"
-#include "json/cjson_handle.h"
 #include "json/formatted_json.h"
+#include "support/cjson_trees.h"
 
 namespace quenfold {
 namespace {
 
 using generator::Random;
+using test::CJsonHandle;
 
 /// What writing one value gives.
 template <typename Write>
@@ -96,32 +97,32 @@ CJsonHandle randomNumber(FormattedJson& json, Random& random) {
   const std::uint32_t number = random.between(1, 0xffffffffU) >> random.below(32);
   if (random.percent(50)) {
     json.number(number);
-    return cjsonNumber(number);
+    return test::cjsonNumber(number);
   }
   const auto withSign = static_cast<std::int32_t>(number);
   json.number(withSign);
-  return cjsonNumber(withSign);
+  return test::cjsonNumber(withSign);
 }
 
 CJsonHandle randomValue(FormattedJson& json, Random& random, int depth);
 
 CJsonHandle randomObject(FormattedJson& json, Random& random, int depth) {
-  CJsonHandle object = cjsonObject();
+  CJsonHandle object = test::cjsonObject();
   json.beginObject();
   for (std::uint32_t left = random.below(4); left > 0; --left) {
     const std::string name = randomText(random);
     json.key(name);
-    addMember(*object, name, randomValue(json, random, depth + 1));
+    test::addMember(*object, name, randomValue(json, random, depth + 1));
   }
   json.endObject();
   return object;
 }
 
 CJsonHandle randomArray(FormattedJson& json, Random& random, int depth) {
-  CJsonHandle array = cjsonArray();
+  CJsonHandle array = test::cjsonArray();
   json.beginArray();
   for (std::uint32_t left = random.below(4); left > 0; --left) {
-    addElement(*array, randomValue(json, random, depth + 1));
+    test::addElement(*array, randomValue(json, random, depth + 1));
   }
   json.endArray();
   return array;
@@ -136,7 +137,7 @@ CJsonHandle randomValue(FormattedJson& json, Random& random, int depth) {
     case 1: {
       const std::string text = randomText(random);
       json.string(text);
-      return cjsonString(text);
+      return test::cjsonString(text);
     }
     case 2:
       return randomArray(json, random, depth);
@@ -152,7 +153,7 @@ TEST(FormattedJson, WritesWhatTheLibraryPrints) {
     FormattedJson json;
     const CJsonHandle tree = randomValue(json, random, 0);
     const std::string text = json.take();
-    ASSERT_EQ(text, printCJson(*tree)) << "round " << round;
+    ASSERT_EQ(text, test::printCJson(*tree)) << "round " << round;
     bytes += text.size();
   }
   EXPECT_GT(bytes, 200000U);

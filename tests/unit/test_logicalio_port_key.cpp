@@ -8,6 +8,7 @@
 #include <string>
 
 #include "logicalio/port_key.h"
+#include "support/port_key_text.h"
 
 namespace quenfold {
 namespace {
@@ -24,13 +25,13 @@ TEST(ScanPortKey, ReadsTheSixFields) {
   EXPECT_EQ(key->portId, 12);
   EXPECT_EQ(key->type, "mic");
   EXPECT_EQ(key->ch, 3);
-  EXPECT_EQ(printPortKey(*key), "devA.slot0.in[12].mic.ch3");
+  EXPECT_EQ(test::printPortKey(*key), "devA.slot0.in[12].mic.ch3");
 }
 
 TEST(ScanPortKey, TakesAnyCharactersInTexts) {
   const auto key = scanPortKey("d [1]. .a.b c[ +7].t y.ch \t-2 rest.of[it]");
   ASSERT_TRUE(key);
-  EXPECT_EQ(printPortKey(*key), "d [1]. .a.b c[7].t y.ch-2");
+  EXPECT_EQ(test::printPortKey(*key), "d [1]. .a.b c[7].t y.ch-2");
 }
 
 TEST(ScanPortKey, RefusesWhatIsNoPortKey) {
@@ -203,7 +204,7 @@ std::string portKeyBySscanf(const std::string& key) {
   if (count != 6 || cut || key.size() > 191) {
     return "no";
   }
-  return printPortKey(
+  return test::printPortKey(
       {device.data(), slot.data(), prefix.data(), saturated(portId), type.data(), saturated(ch)});
 }
 
@@ -214,7 +215,7 @@ TEST(ScanPortKey, AgreesWithSscanf) {
     const std::string key = keys.portKey();
     const auto fields = scanPortKey(key);
     scanned += fields ? 1 : 0;
-    ASSERT_EQ(fields ? printPortKey(*fields) : "no", portKeyBySscanf(key)) << key;
+    ASSERT_EQ(fields ? test::printPortKey(*fields) : "no", portKeyBySscanf(key)) << key;
   }
   EXPECT_GT(scanned, kRandomKeys / 10);
   EXPECT_LT(scanned, kRandomKeys / 10 * 9);
