@@ -32,7 +32,7 @@ class DocumentBuilder : public JsonDocument {
     Populate(parse);
   }
 
-  void parseFrom(char*& /*place*/) {}
+  void parseFrom(char** /*place*/) {}
 
   bool RawNumber(const char* digits, rapidjson::SizeType length, bool /*copy*/) {  // NOLINT
     return jsonNumber({digits, length}).Accept(*this);

@@ -32,7 +32,7 @@ class LegacyHandler : public rapidjson::BaseReaderHandler<JsonEncoding, LegacyHa
  public:
   explicit LegacyHandler(LegacyMatrices& file) : file_(file) {}
 
-  void parseFrom(char*& place) { place_ = &place; }
+  void parseFrom(char** place) { place_ = place; }
 
   // NOLINTBEGIN(readability-identifier-naming): the names are the library's
   bool Null() { return put(JsonValue(false)); }
