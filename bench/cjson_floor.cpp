@@ -9,6 +9,7 @@
 
 #include <cjson/cJSON.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <exception>
@@ -55,16 +56,18 @@ void addStrings(cJSON* record, const char* name, const std::vector<const char*>&
   }
 }
 
-/// A source with 12 levels, 8 of them with ports.
+/// A source of the usual shape: a port on each of 17 levels, by its key or by a user's label.
 cJSON* sourceRecord() {
-  constexpr const char* kPort = "Studio1.slot12.in[123].audio.ch12";
+  constexpr std::size_t kLevels = 17;
+  constexpr std::size_t kLabels = 5;
+  std::vector<const char*> ports(kLevels, "Stage_1 Broadcast Hall.slot12.in[12].intercom.ch12");
+  std::fill_n(ports.begin(), kLabels, "Contribution 123456");
   cJSON* const record = cJSON_CreateObject();
   cJSON_AddStringToObject(record, "name", "CAM 12345");
   cJSON_AddNumberToObject(record, "id", 12345);
   cJSON_AddNumberToObject(record, "key", 0);
-  addStrings(record, "val",
-             {kPort, kPort, "", kPort, kPort, "Vox 12345", "", kPort, "Mic 12345", "", kPort, ""});
-  cJSON_AddStringToObject(record, "description", "Rack 12");
+  addStrings(record, "val", ports);
+  cJSON_AddStringToObject(record, "description", "Rack 12345");
   addStrings(record, "category", {"Cameras", "Studio A", "", "", "", ""});
   cJSON_AddStringToObject(record, "tally", "T12345");
   cJSON_AddNumberToObject(record, "redirect", 1);

@@ -82,13 +82,23 @@ instructions() {
     sed -n 's/.*Collected : //p'
 }
 
+# What a program that failed took is no measurement: each of these then fails, and shows what the
+# program said.
+
 # peak_bytes COMMAND...: of resident memory.
-peak_bytes() { echo "$(($(/usr/bin/time -f %M "$@" 2>&1 >/dev/null | tail -n 1) * 1024))"; }
+peak_bytes() {
+  local said
+  said=$(/usr/bin/time -f %M "$@" 2>&1 >/dev/null) || {
+    echo "${said%$'\n'*}" >&2
+    return 1
+  }
+  echo "$((${said##*$'\n'} * 1024))"
+}
 
 # nanoseconds COMMAND...: of wall time.
 nanoseconds() {
   local start
   start=$(date +%s%N)
-  "$@" >/dev/null
+  "$@" >/dev/null || return
   echo "$(($(date +%s%N) - start))"
 }
