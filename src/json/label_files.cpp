@@ -23,7 +23,7 @@ class PortLabelsHandler : public rapidjson::BaseReaderHandler<JsonEncoding, Port
   /// A port key and its label as they stand in the text; null data for what is no string.
   using Entry = std::pair<std::string_view, std::string_view>;
 
-  void parseFrom(char*& /*place*/) {}
+  void parseFrom(char** /*place*/) {}
 
   // NOLINTBEGIN(readability-identifier-naming): the names are the library's
   bool Default() { return value(kOther); }
