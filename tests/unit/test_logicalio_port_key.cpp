@@ -208,6 +208,8 @@ std::string portKeyBySscanf(const std::string& key) {
       {device.data(), slot.data(), prefix.data(), saturated(portId), type.data(), saturated(ch)});
 }
 
+TEST(ScanIdKey, EndsAtAFieldWithoutDigits) { EXPECT_EQ(scanIdKey(".1.2[3].4.5"), PortKeyIds{}); }
+
 TEST(ScanPortKey, AgreesWithSscanf) {
   KeyMaker keys;
   int scanned = 0;

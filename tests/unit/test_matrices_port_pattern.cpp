@@ -66,6 +66,10 @@ TEST(LongestPortText, IsExactWithoutSpecifications) {
   EXPECT_EQ(longestPortText("in[{}", 1, 100), formatPort("in[{}]", 100).size());
 }
 
+TEST(LongestPortText, CountsWhatStandsInAPlaceOnce) {
+  EXPECT_EQ(longestPortText("in[{0}]", 1, 100), 8U);  // "in[", "100", a closing brace and "]"
+}
+
 TEST(LongestPortText, IsNeverTooShort) {
   for (const char* pattern :
        {"in[{}]",        "{0}{0}",         "{{{}}}",        "x{:#b}",    "{:>20}",
