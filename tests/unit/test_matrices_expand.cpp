@@ -217,6 +217,15 @@ TEST(ExpandPortTree, EndsOnAHugeRangeWithoutPorts) {
   EXPECT_EQ(expandPortTree(treeOf(group), {}, {}).ports, 0U);
 }
 
+TEST(ExpandPortTree, TakesAWidePatternForAnErrorOnlyWhereAPortIsWritten) {
+  PortTypeGroup group = groupOf({1, 1}, {2, 1});
+  group.port = "in[{:99999}]";
+  EXPECT_EQ(expandPortTree(treeOf(group), {}, {}).ports, 0U);
+  group.types["t"] = {1, 1};
+  EXPECT_EQ(test::messageOf([&] { expandPortTree(treeOf(group), {}, {}); }),
+            "port pattern too wide: more than 4096");
+}
+
 TEST(ExpandPortTree, TakesABadPatternForAnErrorOnlyWhereAPortIsWritten) {
   PortTypeGroup group = groupOf({1, 1}, {1, 1});
   group.port = "x{[{}]";
