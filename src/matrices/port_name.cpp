@@ -16,7 +16,8 @@ void PortName::startFamily(std::string_view device, const PortFamily& family) {
   }
   front_ = static_cast<std::size_t>(end - text_.data());
   tail_.assign(pattern_.back).append(".").append(family.type).append(".ch");
-  behind_ = tail_.size() + longestNumber(family.channels.first, family.channels.last);
+  behind_ = tail_.size() +
+            static_cast<std::size_t>(longestNumber(family.channels.first, family.channels.last));
 }
 
 void PortName::startPort(std::int32_t port) {
