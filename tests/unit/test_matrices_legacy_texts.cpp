@@ -19,7 +19,8 @@ const PortTypeGroup kQuoted = groupOf("\"[{}]", {1, 1}, Direction::kSource);
 const PortTypeGroup kControl = groupOf("{:c}", {7, 7}, Direction::kSource);
 
 /// The families' ports with labels by creation order, in one matrix "M" of serial "N".
-ExpandedTree treeOf(std::vector<PortFamily> families, std::vector<std::string_view> labels = {}) {
+ExpandedTree treeOf(const std::vector<PortFamily>& families,
+                    std::vector<std::string_view> labels = {}) {
   ExpandedTree tree;
   tree.labels = std::move(labels);
   tree.longestName = 100;
