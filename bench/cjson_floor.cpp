@@ -91,7 +91,7 @@ std::size_t build(std::size_t bytes, const std::string& path) {
 }
 
 std::size_t measure(const std::vector<std::string>& arguments) {
-  const std::string_view work = arguments.empty() ? "" : arguments[0];
+  const std::string work = arguments.empty() ? "" : arguments[0];
   if (arguments.size() == 2 && (work == "parse" || work == "parse-print")) {
     return parse(readBytes(arguments[1]), work == "parse-print");
   }

@@ -87,7 +87,7 @@ std::size_t write(std::size_t bytes, const std::string& path) {
 }
 
 std::size_t measure(const std::vector<std::string>& arguments) {
-  const std::string_view work = arguments.empty() ? "" : arguments[0];
+  const std::string work = arguments.empty() ? "" : arguments[0];
   if (arguments.size() == 2 && (work == "copying" || work == "in-situ")) {
     return parse(readBytes(arguments[1]), work == "in-situ");
   }
