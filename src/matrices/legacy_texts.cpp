@@ -2,11 +2,11 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 
 #include "json/escape.h"
+#include "json/plain_run.h"
 #include "matrices/legacy_format.h"
 
 namespace quenfold::unpacking {
@@ -36,6 +36,10 @@ void appendDecimal(TextStream& out, std::size_t number) {
 
 void appendPlain(TextStream& out, std::string_view text) { out.append(text); }
 
+void appendEscaped(TextStream& out, std::string_view text) {
+  quenfold::appendEscaped(out, text, kRapidJsonDigits);
+}
+
 /// "<name>": and what is in front of it.
 void appendKey(TextStream& out, std::string_view mark, std::string_view name) {
   out.append(mark);
@@ -53,11 +57,8 @@ void appendQuoted(TextStream& out, std::string_view text) {
 /// Whether no name of these ports needs an escape. What the formatter makes of a pattern is not
 /// known before.
 bool needsNoEscape(const ExpandedFamily& family) {
-  const auto plain = [](std::string_view text) {
-    return std::none_of(text.begin(), text.end(), needsEscape);
-  };
-  return plain(family.device.label) && plain(family.ports.slot) && plain(family.ports.type) &&
-         plain(family.ports.group->port) &&
+  return isPlainRun(family.device.label) && isPlainRun(family.ports.slot) &&
+         isPlainRun(family.ports.type) && isPlainRun(family.ports.group->port) &&
          splitPattern(family.ports.group->port).kind != PortPattern::Kind::kFormat;
 }
 
