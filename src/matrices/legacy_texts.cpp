@@ -74,22 +74,20 @@ LegacyTexts::LegacyTexts(const ExpandedTree& expanded)
       keyAndValue_(entryMarks("k", "v")),
       portAndLabel_(entryMarks(kPortName, kPortLabel)) {}
 
-/// The counters are wider than the numbers: a range may end at the largest of them.
 template <typename Visit>
 void LegacyTexts::forEachPort(const ExpandedFamily& family, Visit visit) {
   const PortTypeGroup& group = *family.ports.group;
-  const Range& channels = family.ports.channels;
   std::size_t position = family.firstPort;
   name_.startFamily(family.device.label, family.ports);
-  for (std::int64_t port = group.first; port <= group.last; ++port) {
-    name_.startPort(static_cast<std::int32_t>(port));
-    for (std::int64_t ch = channels.first; ch <= channels.last; ++ch) {
-      const std::string_view name = name_.onChannel(static_cast<std::int32_t>(ch));
+  forEachNumber({group.first, group.last}, [&](std::int32_t port) {
+    name_.startPort(port);
+    forEachNumber(family.ports.channels, [&](std::int32_t channel) {
+      const std::string_view name = name_.onChannel(channel);
       visit(UnpackedPort{name, name.substr(family.device.label.size()), family.device.serial,
                          expanded_.labelOf(position)});
       ++position;
-    }
-  }
+    });
+  });
 }
 
 void LegacyTexts::writePorts(TextStream& out, const MatrixEntry& matrix) {
