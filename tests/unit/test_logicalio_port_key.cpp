@@ -92,6 +92,18 @@ TEST(IdKey, IsHexadecimalInUpperCase) {
   EXPECT_EQ(scanIdKey("1A.0.1[FFFFFFFF].3.ABCDEF"), ids);
 }
 
+TEST(IdKey, HoldsTheLargestNumbers) {
+  PortKeyIds ids{};
+  ids.fill(4294967295U);
+  EXPECT_EQ(printIdKey(ids), "FFFFFFFF.FFFFFFFF.FFFFFFFF[FFFFFFFF].FFFFFFFF.FFFFFFFF");
+  EXPECT_EQ(scanIdKey(printIdKey(ids)), ids);
+}
+
+TEST(IdKey, ANegativeNumberOf32BitsWraps) {
+  EXPECT_EQ(scanIdKey("-1.-FFFFFFFE.-FFFFFFFF[-100000000].0.-0"),
+            (PortKeyIds{0, 0, 4294967295U, 1, 2, 4294967295U}));
+}
+
 TEST(IdKey, FieldsFromTheFirstFaultOnAre0) {
   EXPECT_EQ(scanIdKey("1.2.3[4].5.6"), (PortKeyIds{6, 5, 4, 3, 2, 1}));
   EXPECT_EQ(scanIdKey("1.2.3[4].5.x"), (PortKeyIds{0, 5, 4, 3, 2, 1}));
