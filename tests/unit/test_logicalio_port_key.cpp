@@ -28,6 +28,10 @@ TEST(ScanPortKey, ReadsTheSixFields) {
   EXPECT_EQ(test::printPortKey(*key), "devA.slot0.in[12].mic.ch3");
 }
 
+TEST(PortKeyText, IsClearUntilItIsScanned) {
+  EXPECT_EQ(test::printPortKey(PortKeyText()), "..[0]..ch0");
+}
+
 TEST(ScanPortKey, TakesAnyCharactersInTexts) {
   const auto key = scanPortKey("d [1]. .a.b c[ +7].t y.ch \t-2 rest.of[it]");
   ASSERT_TRUE(key);
