@@ -145,10 +145,11 @@ class Expander {
 
   void addLabels(const Range& channels) {
     for (std::int64_t channel = channels.first; channel <= channels.last; ++channel) {
-      const auto found = portLabels_.find(key_.onChannel(static_cast<std::int32_t>(channel)));
-      const bool labelled = found != portLabels_.end();
-      nameBytes_.take(labelled ? found->second.size() : 0);  // once for every port of that name
-      expanded_.labels.push_back(labelled ? found->second : std::string_view());
+      const std::string_view* const found =
+          portLabels_.find(key_.onChannel(static_cast<std::int32_t>(channel)));
+      const std::string_view label = found == nullptr ? std::string_view() : *found;
+      nameBytes_.take(label.size());  // once for every port of that name
+      expanded_.labels.push_back(label);
     }
   }
 
