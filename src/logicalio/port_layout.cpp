@@ -35,7 +35,7 @@ std::string layoutString(const FieldWidths& widths) {
   std::vector<BitPackToken> tokens;
   tokens.reserve(kLayout.size());
   for (const LayoutPart& part : kLayout) {
-    tokens.push_back(part.literal != nullptr
+    tokens.push_back(part.type == 0
                          ? makeLiteralToken(part.literal)
                          : makeFieldToken(part.type, kPortFieldNames.at(part.field),
                                           static_cast<std::uint32_t>(widths.at(part.field))));
