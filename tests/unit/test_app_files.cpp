@@ -108,6 +108,26 @@ TEST(WriteFile, NoticesAFullDiskForOneByteAndForMany) {
             "error while writing file: /dev/full");
 }
 
+/// The descriptor that the next opened file gets.
+int nextDescriptor() {
+  const int lowestFree = dup(STDERR_FILENO);
+  close(lowestFree);
+  return lowestFree;
+}
+
+TEST(Files, AreClosedOnEveryWayOutAndNoOthersAre) {
+  const test::ScratchFolder scratch;
+  const std::string path = scratch.path("file");
+  const int before = nextDescriptor();
+  writeFile(path, "x");
+  readFile(path);
+  EXPECT_THROW(readFile(scratch.path()), std::runtime_error);
+  EXPECT_THROW(writeFile("/dev/full", "x"), std::runtime_error);
+  streamFile(path, [](TextStream& out) { out.append("y"); });
+  EXPECT_THROW(streamFile(path, [](TextStream&) { throw std::bad_alloc(); }), std::bad_alloc);
+  EXPECT_EQ(nextDescriptor(), before);
+}
+
 TEST(JoinPath, AlwaysInsertsTheSlash) {
   EXPECT_EQ(joinPath("dir", "a"), "dir/a");
   EXPECT_EQ(joinPath("dir/", "a"), "dir//a");
