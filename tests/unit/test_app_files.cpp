@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <memory>
 #include <new>
+#include <string>
 
 #include "app/files.h"
 #include "app/limits.h"
@@ -149,6 +151,16 @@ TEST(StreamFile, WritesWhatIsAppendedAndTellsItsLength) {
   EXPECT_EQ(scratch.bytesOf("out"), std::string(200000, 'y'));
   EXPECT_EQ(streamFile(path, [](TextStream&) {}), 0U);
   EXPECT_EQ(scratch.bytesOf("out"), "");
+}
+
+TEST(StreamFile, LeavesAClosureWhereItIs) {
+  const test::ScratchFolder scratch;
+  // Nothing that would have to copy the closure takes this one.
+  const auto produce = [text = std::make_unique<std::string>("once")](TextStream& out) {
+    out.append(*text);
+  };
+  EXPECT_EQ(streamFile(scratch.path("out"), produce), 4U);
+  EXPECT_EQ(scratch.bytesOf("out"), "once");
 }
 
 TEST(StreamFile, NamesTheFileThatFails) {

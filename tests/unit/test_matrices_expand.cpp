@@ -190,6 +190,45 @@ TEST(ExpandPortTree, RefusesNamesThatMultiplyBeyondTheLimit) {
   EXPECT_EQ(test::messageOf([&] { expandPortTree(treeOf(group), {}, {}); }), message);
 }
 
+// Behind its device a port D.S.in[8190].t.ch1 has 18 bytes: 1 of the slot, 9 of the port (a place
+// is taken to be one longer than its number), 1 of the type, 1 digit of the channel and 6 marks. It
+// is counted three times, under the label, the serial and the ID of its device: a mebibyte here.
+// After 8190 ports two of the 8192 are left for the names of both matrices, each with its serial.
+TEST(ExpandPortTree, CountsTheBytesOfNamesExactly) {
+  constexpr std::size_t kMebi = 1048576;
+  constexpr std::size_t kLabelAndSerial = kMebi - 1 - 3 * 18;
+  const std::vector<DeviceLabel> devices = {{"D", std::string(kLabelAndSerial - 3, 'l'), "ser"}};
+  const auto portsWith = [&](std::size_t otherType, const PortLabelMap& labels) {
+    PortTypeGroup group = groupOf({1, 8190}, {1, 1});
+    group.types[std::string(otherType, 'u')] = {2, 1};
+    return expandPortTree(treeOf(group), devices, labels).ports;
+  };
+  constexpr std::size_t kRoom = 2 * kMebi - (kLabelAndSerial + 1) - kLabelAndSerial;
+  const std::string message = "too many bytes of port names: more than 8589934592";
+  EXPECT_EQ(portsWith(kRoom, {}), 8190U);
+  EXPECT_EQ(test::messageOf([&] { portsWith(kRoom + 1, {}); }), message);
+  const PortLabelMap labels = labelsOf({{"D.S.in[5].t.ch1", "Vox"}});
+  EXPECT_EQ(portsWith(kRoom - 3, labels), 8190U);
+  EXPECT_EQ(test::messageOf([&] { portsWith(kRoom - 2, labels); }), message);
+}
+
+TEST(ExpandPortTree, TakesTheRoomOfItsListsAtOnce) {
+  PortTypeGroup group = groupOf({1, 3}, {1, 2});
+  group.types["u"] = {1, 3};
+  const ExpandedTree without = expandPortTree(treeOf(group), {}, {});
+  EXPECT_EQ(without.families.capacity(), 2U);
+  EXPECT_EQ(without.labels.capacity(), 0U);
+  const PortLabelMap labels = labelsOf({{"x", "y"}});
+  const ExpandedTree with = expandPortTree(treeOf(group), {}, labels);
+  EXPECT_EQ(with.labels.size(), 15U);
+  EXPECT_EQ(with.labels.capacity(), 15U);
+}
+
+TEST(ExpandPortTree, HasNoNameWithoutPorts) {
+  EXPECT_EQ(expandPortTree({}, {}, {}).longestName, 0U);
+  EXPECT_EQ(expandPortTree(treeOf(groupOf({2, 1}, {1, 1})), {}, {}).longestName, 0U);
+}
+
 TEST(ExpandPortTree, CountsALabelForEveryPortThatBearsIt) {
   PortTypeGroup group = groupOf({1, 10000}, {1, 1});
   group.port = "same";

@@ -83,10 +83,56 @@ TEST(LongestPortText, IsNeverTooShort) {
   }
 }
 
+// A place with a colon is taken for 35 bytes (a sign, a prefix and 32 binary digits) and 4 for each
+// character of its widths; the brace that closes it counts as text.
+TEST(LongestPortText, AddsUpTheWidthsOfAPlace) {
+  const auto width = [](std::uint64_t characters) { return 35 + 4 * characters + 1; };
+  EXPECT_EQ(longestPortText("{:#b}", 1, 1), width(0));
+  EXPECT_EQ(longestPortText("{:}", 1, 1), width(0));
+  EXPECT_EQ(longestPortText("{:x}", 1, 1), width(0));
+  EXPECT_EQ(longestPortText("{:>109}", 1, 1), width(109));
+  EXPECT_EQ(longestPortText("{:4096}", 1, 1), width(4096));
+  EXPECT_EQ(longestPortText("{::5}", 1, 1), width(5));
+  EXPECT_EQ(longestPortText("{:/5}", 1, 1), width(5));
+  EXPECT_EQ(longestPortText("{:5x3}", 1, 1), width(5 + 3));
+  EXPECT_EQ(longestPortText("{:5{}3}", 1, 7), width(5 + 7 + 3));
+  EXPECT_EQ(longestPortText("{0:{0}}", -9, 7), width(7));
+  EXPECT_EQ(longestPortText("{0:{0}}", 0, 0), width(0));
+  EXPECT_EQ(longestPortText("{0:{0}}", -9, -7), width(0));
+  EXPECT_EQ(longestPortText("a{:2}b{:3}c", 1, 1), 1 + width(2) + 1 + width(3) + 1);
+}
+
+TEST(LongestPortText, TakesDoubledBracesForText) {
+  EXPECT_EQ(longestPortText("{{x}}", 1, 1), 5U);
+  EXPECT_EQ(longestPortText("{{{}}}", 1, 100), 2U + 3U + 3U);
+}
+
+TEST(LongestPortText, PassesOverTheFillOfAPlace) {
+  const auto lengthWith = [](std::string_view fill) {
+    return longestPortText(std::string("{:").append(fill).append("<400}"), 1, 1);
+  };
+  for (const char* fill :
+       {"}", "{", "<", "\x7f", "\xc0}", "\xdf}", "\xe0}}", "\xef}}", "\xf0}}}", "\xf7}}}"}) {
+    EXPECT_EQ(lengthWith(fill), 35U + 4 * 400 + 1) << fill;
+  }
+  // Where one character more stands than the first byte tells, the first brace closes the place.
+  for (const char* fill : {"x}", "\x7f}", "\xbf}", "\xf8}", "\xff}", "x}}", "x}}}", "\xf8}}}"}) {
+    EXPECT_EQ(lengthWith(fill), 35U + std::string_view(fill).size() - 1 + 5) << fill;
+  }
+}
+
+TEST(LongestPortText, HoldsTheLongestNumberOfAll) {
+  const std::size_t length = formatPort("{:+#b}", -kLargest - 1).size();
+  EXPECT_EQ(length, 35U);
+  EXPECT_LE(length, longestPortText("{:+#b}", -kLargest - 1, 0));
+}
+
 TEST(LongestPortText, TakesMalformedPatternsForWhatTheyHold) {
   EXPECT_EQ(longestPortText("x{", 1, 1), 2U);
   EXPECT_EQ(longestPortText("}x", 1, 1), 2U);
-  EXPECT_GE(longestPortText("{:{", 1, 1), 1U);
+  EXPECT_EQ(longestPortText("{:{", 1, 1), 35U + 4 * 1);
+  EXPECT_EQ(longestPortText("{:x", 1, 1), 35U);
+  EXPECT_EQ(longestPortText("{:", 1, 1), 35U);
 }
 
 TEST(LongestPortText, RefusesWhatPadsToMore) {

@@ -97,6 +97,13 @@ TEST(LoadPortTree, LoadsAGroup) {
   EXPECT_EQ(group.types.at("t2").last, 5);
 }
 
+TEST(LoadPortTree, TakesTheRoomOfASlotsGroupsAtOnce) {
+  const std::string group = R"({"port": ["in[]", [1], "s"], "types": []})";
+  const PortTree tree = treeOf(fmt::format(R"({{"D": {{"S": [{0}, {0}, {0}]}}}})", group));
+  EXPECT_EQ(tree.at("D").at("S").size(), 3U);
+  EXPECT_EQ(tree.at("D").at("S").capacity(), 3U);
+}
+
 TEST(LoadPortTree, LoadsOneNumberAsARange) {
   const auto range = [](std::string_view json) {
     const PortTypeGroup group =
