@@ -53,7 +53,8 @@ class IndexedList {
 
  private:
   static constexpr std::size_t kSearched = 16;
-  static constexpr unsigned kFirstBits = 6;  // more than twice the items of a short list
+  static constexpr unsigned kFirstBits = 6;
+  static_assert((std::size_t{1} << kFirstBits) > 2 * kSearched, "half of the first table is free");
   // As many small items as fit the smallest block that a 64-bit malloc hands out.
   static constexpr std::size_t kFirstItems = std::max<std::size_t>(2, 24 / sizeof(Item));
 
