@@ -109,10 +109,11 @@ void reserveForFile(int descriptor, std::string& text, const std::string& path) 
   static_cast<void>(fstat(descriptor, &status));  // no size either when it fails
   const auto size = static_cast<std::uint64_t>(status.st_size);
   requireSize(size, path);
-  if (size > text.max_size() - kSpareRoom) {
+  const std::uint64_t room = size + kSpareRoom;
+  if (room > text.max_size()) {
     throw std::bad_alloc();
   }
-  text.reserve(static_cast<std::size_t>(size) + kSpareRoom);
+  text.reserve(static_cast<std::size_t>(room));
 }
 
 /// Whether the system accepted every byte, however small its bites.
