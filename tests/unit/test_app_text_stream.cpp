@@ -37,14 +37,15 @@ TEST(TextStream, HandsOnPiecesInOrder) {
 TEST(TextStream, KeepsUpToAChunk) {
   const std::string chunk(65536, 'x');
   ChunkStream out;
-  out.append(chunk);
-  EXPECT_TRUE(out.chunks().empty());
   out.append("y");
-  EXPECT_EQ(out.chunks(), Chunks{chunk});
+  out.append(chunk);
+  EXPECT_EQ(out.chunks(), Chunks{"y"});
+  out.append("z");
+  EXPECT_EQ(out.chunks(), (Chunks{"y", chunk}));
   out.append(chunk.substr(1));
-  EXPECT_EQ(out.chunks().size(), 1U) << "it fits what is left";
-  out.append(chunk + "z");
-  EXPECT_EQ(out.chunks(), (Chunks{chunk, 'y' + chunk.substr(1), chunk + "z"}));
+  EXPECT_EQ(out.chunks().size(), 2U) << "it fits what is left";
+  out.append(chunk + "!");
+  EXPECT_EQ(out.chunks(), (Chunks{"y", chunk, 'z' + chunk.substr(1), chunk + "!"}));
 }
 
 TEST(TextStream, LosesNothingWherePiecesMeetTheEndOfAChunk) {
