@@ -12,8 +12,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
-#include <exception>
-#include <iostream>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -21,10 +19,10 @@
 #include <vector>
 
 #include "floor_files.h"
+#include "floor_program.h"
 
 namespace {
 
-using quenfold::floor::readBytes;
 using quenfold::floor::writeBytes;
 
 using Tree = std::unique_ptr<cJSON, decltype(&cJSON_Delete)>;
@@ -90,7 +88,9 @@ std::size_t build(std::size_t bytes, const std::string& path) {
   return std::string_view(text.get()).size();
 }
 
-std::size_t measure(const std::vector<std::string>& arguments) {
+}  // namespace
+
+std::size_t quenfold::floor::measure(const std::vector<std::string>& arguments) {
   const std::string work = arguments.empty() ? "" : arguments[0];
   if (arguments.size() == 2 && (work == "parse" || work == "parse-print")) {
     return parse(readBytes(arguments[1]), work == "parse-print");
@@ -99,16 +99,4 @@ std::size_t measure(const std::vector<std::string>& arguments) {
     return build(std::stoull(arguments[1]), arguments[2]);
   }
   throw std::invalid_argument("usage: cjson_floor parse|parse-print FILE | build BYTES FILE");
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-  try {
-    std::cout << measure({argv + 1, argv + argc}) << '\n';
-    return 0;
-  } catch (const std::exception& failure) {
-    std::cerr << failure.what() << '\n';
-    return 1;
-  }
 }

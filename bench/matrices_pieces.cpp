@@ -62,8 +62,9 @@ BENCHMARK(parsePortStrings);
 
 DeviceList treeOfAll() {
   DeviceList devices;
+  packing::PortCursor cursor;
   for (const std::string& key : pieceInputs().portKeys) {
-    addPort(devices, splitPort(key));
+    addPort(devices, cursor, key);
   }
   return devices;
 }

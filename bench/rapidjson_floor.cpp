@@ -15,18 +15,16 @@
 #include <rapidjson/writer.h>
 
 #include <cstddef>
-#include <exception>
-#include <iostream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "floor_files.h"
+#include "floor_program.h"
 
 namespace {
 
-using quenfold::floor::readBytes;
 using quenfold::floor::writeBytes;
 using TextWriter = rapidjson::Writer<rapidjson::StringBuffer>;
 
@@ -86,7 +84,9 @@ std::size_t write(std::size_t bytes, const std::string& path) {
   return text.GetSize();
 }
 
-std::size_t measure(const std::vector<std::string>& arguments) {
+}  // namespace
+
+std::size_t quenfold::floor::measure(const std::vector<std::string>& arguments) {
   const std::string work = arguments.empty() ? "" : arguments[0];
   if (arguments.size() == 2 && (work == "copying" || work == "in-situ")) {
     return parse(readBytes(arguments[1]), work == "in-situ");
@@ -95,16 +95,4 @@ std::size_t measure(const std::vector<std::string>& arguments) {
     return write(std::stoull(arguments[1]), arguments[2]);
   }
   throw std::invalid_argument("usage: rapidjson_floor copying|in-situ FILE | write BYTES FILE");
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-  try {
-    std::cout << measure({argv + 1, argv + argc}) << '\n';
-    return 0;
-  } catch (const std::exception& failure) {
-    std::cerr << failure.what() << '\n';
-    return 1;
-  }
 }

@@ -17,8 +17,8 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
   const std::string portsPath = joinPath(workFolder(), portsName);
   const PortLabelMap labelOf = loadPortLabels(portsPath, false, nullptr);
   const PortLabelMap keyOf = loadPortLabels(portsPath, true, nullptr);
-  for (const auto& [key, label] : labelOf) {
-    require(keyOf.find(label) != keyOf.end(), "every label leads to a port key");
+  for (const auto& [key, label] : labelOf.entries()) {
+    require(keyOf.find(label) != nullptr, "every label leads to a port key");
   }
   const std::vector<DeviceLabel> devices = parseDeviceLabels(joinPath(workFolder(), devicesName));
   const PortLabelMap renamed = loadPortLabels(portsPath, false, labelOfDevice(devices));

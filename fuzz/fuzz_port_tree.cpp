@@ -15,6 +15,7 @@
 #include "matrices/expand.h"
 #include "matrices/legacy_texts.h"
 #include "matrices/port_tree.h"
+#include "support/texts.h"
 #include "target.h"
 
 namespace quenfold {
@@ -44,14 +45,6 @@ std::int64_t portsOf(const unpacking::PortTree& tree) {
   return ports;
 }
 
-std::string matricesText(const unpacking::ExpandedTree& expanded) {
-  std::string text;
-  TextStream stream([&](std::string_view chunk) { text += chunk; });
-  unpacking::LegacyTexts(expanded).writeMatrices(stream);
-  stream.flush();
-  return text;
-}
-
 }  // namespace
 }  // namespace quenfold
 
@@ -70,6 +63,7 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
           "every port and channel of the tree is written out");
   require(expanded.inputs + expanded.outputs <= expanded.ports,
           "a port is an input, an output or neither");
-  std::string legacyText = matricesText(expanded);
+  std::string legacyText =
+      test::textOf([&](TextStream& out) { unpacking::LegacyTexts(expanded).writeMatrices(out); });
   require(parseJson(legacyText).IsObject(), "the legacy text is JSON");
 }

@@ -124,9 +124,8 @@ std::uint32_t packMatrices(const Options& options, TimePoint& stageStart) {
   const std::uint32_t outputSize =
       convertMatricesToPacked(inputName, std::move(text), options.outputDir);
   // Kept on purpose: this mode has no text of its own to hand out, so the -o file ends up empty.
-  if (options.outputFiles.empty()) {
-    writeStandardOutput({});
-  } else {
+  // Without one nothing goes to standard output, which may be closed or full.
+  if (!options.outputFiles.empty()) {
     writeFile(options.outputFiles.front(), {});
   }
   return outputSize;

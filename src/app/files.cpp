@@ -129,6 +129,27 @@ bool writeAll(int descriptor, std::string_view text) {
   return true;
 }
 
+/// `name` is for the message.
+void requireWritten(bool written, std::string_view name) {
+  if (!written) {
+    throw runtimeError("error while writing file: {}", name);
+  }
+}
+
+/// Writes each chunk to the file.
+class FileStream final : public TextStream {
+ public:
+  FileStream(const OpenFile& file, const std::string& path) : file_(file), path_(path) {}
+
+ private:
+  void handOn(std::string_view chunk) override {
+    requireWritten(writeAll(file_.descriptor(), chunk), path_);
+  }
+
+  const OpenFile& file_;
+  const std::string& path_;
+};
+
 }  // namespace
 
 std::string readFile(const std::string& path) {
@@ -148,29 +169,22 @@ std::string readStandardInput() {
 void writeFile(const std::string& path, std::string_view text) {
   OpenFile out(path, O_WRONLY | O_CREAT | O_TRUNC);
   const bool written = writeAll(out.descriptor(), text);
-  if (!out.close() || !written) {
-    throw runtimeError("error while writing file: {}", path);
-  }
+  requireWritten(out.close() && written, path);
 }
 
-std::uint64_t streamFile(const std::string& path, const std::function<void(TextStream&)>& produce) {
+std::uint64_t streamFile(const std::string& path,
+                         void (*produce)(TextStream& out, const void* context),
+                         const void* context) {
   OpenFile out(path, O_WRONLY | O_CREAT | O_TRUNC);
-  const auto require = [&path](bool success) {
-    if (!success) {
-      throw runtimeError("error while writing file: {}", path);
-    }
-  };
-  TextStream stream([&](std::string_view chunk) { require(writeAll(out.descriptor(), chunk)); });
-  produce(stream);
+  FileStream stream(out, path);
+  produce(stream, context);
   stream.flush();
-  require(out.close());
+  requireWritten(out.close(), path);
   return stream.size();
 }
 
 void writeStandardOutput(std::string_view text) {
-  if (!writeAll(STDOUT_FILENO, text)) {
-    throw runtimeError("error while writing file: {}", kStandardOutput);
-  }
+  requireWritten(writeAll(STDOUT_FILENO, text), kStandardOutput);
 }
 
 std::string joinPath(const std::string& directory, std::string_view name) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -24,9 +23,21 @@ std::string readStandardInput();
 /// "error while opening file: <path>" or "error while writing file: <path>".
 void writeFile(const std::string& path, std::string_view text);
 
-/// The same for a text that comes into being while it is written: `produce` appends it to the
-/// stream. Returns its length. Throws what `produce` throws as well, the file then cut short.
-std::uint64_t streamFile(const std::string& path, const std::function<void(TextStream&)>& produce);
+/// The same for a text that comes into being while it is written: `produce` appends it, and gets
+/// the context back. Returns its length. Throws what `produce` throws as well, the file then cut
+/// short.
+std::uint64_t streamFile(const std::string& path,
+                         void (*produce)(TextStream& out, const void* context),
+                         const void* context);
+
+/// The same with a closure, whatever it holds: it stays where it is.
+template <typename Produce>
+std::uint64_t streamFile(const std::string& path, const Produce& produce) {
+  const auto call = [](TextStream& out, const void* closure) {
+    (*static_cast<const Produce*>(closure))(out);
+  };
+  return streamFile(path, call, &produce);
+}
 
 /// Writes the bytes as they are, nothing added. Throws
 /// "error while writing file: standard output".

@@ -25,29 +25,22 @@ class IndexedList {
   /// The item with that key, or null. Valid until the next append.
   template <typename Key>
   Item* find(const Key& key) {
-    const std::size_t position = index_ ? indexed(key) : searched(key);
+    const std::size_t position = index_ ? indexed(key, spreadHash(key)) : searched(key);
     return position == items_.size() ? nullptr : &items_[position];
   }
 
   /// The new item; valid until the next append. Its key must not be in the list yet.
   Item& append(Item item) {
-    if (items_.capacity() == 0) {
-      items_.reserve(kFirstItems);
-    }
-    items_.push_back(std::move(item));
-    if (index_ && 2 * items_.size() <= index_->places.size()) {
-      addToIndex(items_.size() - 1);
-    } else if (items_.size() > kSearched) {
-      buildIndex();
-    }
-    return items_.back();
+    const std::uint32_t hash = index_ ? spreadHash(std::invoke(keyOf, item)) : 0;
+    return appendHashed(std::move(item), hash);
   }
 
   /// The item with that key, appended as `make()` gives it when there is none.
   template <typename Key, typename Make>
   Item& findOrAppend(const Key& key, Make make) {
-    Item* const found = find(key);
-    return found != nullptr ? *found : append(make());
+    const Sought sought = seek(key);
+    return sought.position == items_.size() ? appendHashed(make(), sought.hash)
+                                            : items_[sought.position];
   }
 
   [[nodiscard]] std::size_t size() const { return items_.size(); }
@@ -68,6 +61,39 @@ class IndexedList {
     return std::invoke(keyOf, items_[position]);
   }
 
+  /// A table of positions, at least half of it free. An item's place is the first free one from
+  /// where its hash points to. The hashes stand beside the positions, so that only a key that is
+  /// most likely the right one is compared and a larger table takes no hashing.
+  struct Index {
+    struct Place {
+      std::uint32_t item = 0;  // position + 1, or 0 where free
+      std::uint32_t hash = 0;
+    };
+    explicit Index(unsigned sizeBits) : places(std::size_t{1} << sizeBits), bits(sizeBits) {}
+
+    std::vector<Place> places;
+    unsigned bits;  // the table's size is 2 to this
+    std::size_t lastFound = 0;
+  };
+
+  /// Where a key stands, or the list's size; its hash as far as it had to be computed.
+  struct Sought {
+    std::size_t position;
+    std::uint32_t hash;
+  };
+
+  template <typename Key>
+  [[nodiscard]] Sought seek(const Key& key) const {
+    if (!index_) {
+      return {searched(key), 0};
+    }
+    if (keyAt(index_->lastFound) == key) {
+      return {index_->lastFound, 0};
+    }
+    const std::uint32_t hash = spreadHash(key);
+    return {indexed(key, hash), hash};
+  }
+
   template <typename Key>
   [[nodiscard]] std::size_t searched(const Key& key) const {
     std::size_t position = 0;
@@ -77,18 +103,15 @@ class IndexedList {
     return position;
   }
 
-  /// A table of positions, at least half of it free. An item's place is the first free one from
-  /// where its hash points to; what follows it was taken later.
-  struct Index {
-    std::vector<std::uint32_t> places;  // position + 1, or 0 where free
-    unsigned bits = 0;                  // the table's size is 2 to this
-    std::size_t lastFound = 0;
-  };
-
-  /// By the golden ratio, so that regular hashes spread as well.
-  [[nodiscard]] std::size_t firstPlace(std::size_t hash) const {
+  /// By the golden ratio, so that regular hashes spread as well: the upper bits tell the place.
+  template <typename Key>
+  static std::uint32_t spreadHash(const Key& key) {
     constexpr std::uint64_t kRatio = 0x9E3779B97F4A7C15;
-    return static_cast<std::size_t>((hash * kRatio) >> (64 - index_->bits));
+    return static_cast<std::uint32_t>((hashOf(key) * kRatio) >> 32U);
+  }
+
+  [[nodiscard]] std::size_t firstPlace(std::uint32_t hash) const {
+    return hash >> (32 - index_->bits);
   }
 
   [[nodiscard]] std::size_t nextPlace(std::size_t place) const {
@@ -96,37 +119,57 @@ class IndexedList {
   }
 
   template <typename Key>
-  [[nodiscard]] std::size_t indexed(const Key& key) const {
-    if (keyAt(index_->lastFound) == key) {
-      return index_->lastFound;
-    }
-    std::size_t place = firstPlace(hashOf(key));
-    for (; index_->places[place] != 0; place = nextPlace(place)) {
-      const std::size_t position = index_->places[place] - 1;
-      if (keyAt(position) == key) {
-        index_->lastFound = position;
-        return position;
+  [[nodiscard]] std::size_t indexed(const Key& key, std::uint32_t hash) const {
+    for (std::size_t place = firstPlace(hash);; place = nextPlace(place)) {
+      const auto [item, itsHash] = index_->places[place];
+      if (item == 0) {
+        return items_.size();
+      }
+      if (itsHash == hash && keyAt(item - 1) == key) {
+        return index_->lastFound = item - 1;
       }
     }
-    return items_.size();
+  }
+
+  /// The hash is of no meaning as long as there is no index.
+  Item& appendHashed(Item&& item, std::uint32_t hash) {
+    if (items_.capacity() == 0) {
+      items_.reserve(kFirstItems);
+    }
+    items_.push_back(std::move(item));
+    if (!index_ && items_.size() > kSearched) {
+      buildIndex();
+    } else if (index_) {
+      if (2 * items_.size() > index_->places.size()) {
+        growIndex();
+      }
+      addToIndex(items_.size() - 1, hash);
+    }
+    return items_.back();
   }
 
   void buildIndex() {
-    auto index = std::make_unique<Index>();
-    index->bits = index_ ? index_->bits + 1 : kFirstBits;
-    index->places.resize(std::size_t{1} << index->bits);
-    index_ = std::move(index);
+    index_ = std::make_unique<Index>(kFirstBits);
     for (std::size_t position = 0; position < items_.size(); ++position) {
-      addToIndex(position);
+      addToIndex(position, spreadHash(keyAt(position)));
     }
   }
 
-  void addToIndex(std::size_t position) {
-    std::size_t place = firstPlace(hashOf(keyAt(position)));
-    while (index_->places[place] != 0) {
+  void growIndex() {
+    const auto old = std::exchange(index_, std::make_unique<Index>(index_->bits + 1));
+    for (const typename Index::Place& place : old->places) {
+      if (place.item != 0) {
+        addToIndex(place.item - 1, place.hash);
+      }
+    }
+  }
+
+  void addToIndex(std::size_t position, std::uint32_t hash) {
+    std::size_t place = firstPlace(hash);
+    while (index_->places[place].item != 0) {
       place = nextPlace(place);
     }
-    index_->places[place] = static_cast<std::uint32_t>(position + 1);
+    index_->places[place] = {static_cast<std::uint32_t>(position + 1), hash};
     index_->lastFound = position;
   }
 

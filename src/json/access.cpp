@@ -1,5 +1,6 @@
 #include "json/access.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "app/error.h"
@@ -55,13 +56,7 @@ std::int32_t jsonGetInt(const JsonValue& value, const char* name) {
 std::int32_t jsonToInt32(const JsonValue& number) {
   using Limits = std::numeric_limits<std::int32_t>;
   const double value = number.GetDouble();
-  if (value <= Limits::min()) {
-    return Limits::min();
-  }
-  if (value >= Limits::max()) {
-    return Limits::max();
-  }
-  return static_cast<std::int32_t>(value);
+  return static_cast<std::int32_t>(std::clamp<double>(value, Limits::min(), Limits::max()));
 }
 
 }  // namespace quenfold

@@ -26,7 +26,6 @@ namespace quenfold {
 #include <rapidjson/document.h>
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
 
 namespace quenfold {
 
@@ -118,17 +117,6 @@ class PrettyJsonWriter
 
 /// What was written so far; valid until more is written. Allocates nothing.
 std::string_view textOf(const JsonBuffer& buffer);
-
-/// Writers take lengths of 32 bits.
-template <typename Writer>
-void writeKey(Writer& writer, std::string_view key) {
-  writer.Key(key.data(), static_cast<rapidjson::SizeType>(key.size()));
-}
-
-template <typename Writer>
-void writeString(Writer& writer, std::string_view text) {
-  writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-}
 
 inline void writeKey(PrettyJsonWriter& writer, std::string_view key) { writer.text(key); }
 inline void writeString(PrettyJsonWriter& writer, std::string_view text) { writer.text(text); }

@@ -1,19 +1,49 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <string_view>
 
-#include "app/text_stream.h"
+#include "json/plain_run.h"
+
+// The packed files of matrices and "matrices.json" are spelled as RapidJSON spells JSON, the files
+// of logical IO as cJSON does. Both escape the characters that end a plain run, and no other byte:
+//
+//                                    RapidJSON           cJSON
+//   " \ and \b \f \n \r \t           a backslash and a letter
+//   any other control character      \u001F, uppercase   \u001f, lowercase
+//   the zero byte                    \u0000              none: it ends the text
+//   / and 0x7f to 0xff               as they are
 
 namespace quenfold {
 
-/// Whether a character has to be escaped in a JSON string: a quotation mark, a backslash and
-/// control characters, and no other byte.
-inline bool needsEscape(char c) {
-  constexpr unsigned char kFirstPrintable = 0x20;
-  return c == '"' || c == '\\' || static_cast<unsigned char>(c) < kFirstPrintable;
-}
+/// The digits of a control character without a letter.
+inline constexpr std::string_view kRapidJsonDigits = "0123456789ABCDEF";
+inline constexpr std::string_view kCJsonDigits = "0123456789abcdef";
 
-/// Appends the inside of a JSON string as the JSON writers of this program spell it.
-void appendEscaped(TextStream& out, std::string_view text);
+/// What stands for one character.
+struct Escape {
+  std::array<char, 6> characters;
+  std::size_t length;
+
+  [[nodiscard]] std::string_view view() const { return {characters.data(), length}; }
+};
+
+/// The escape of a character that ends a plain run.
+Escape escapeOf(char special, std::string_view hexDigits);
+
+/// Appends the inside of a JSON string to anything that texts are appended to.
+template <typename Out>
+void appendEscaped(Out& out, std::string_view text, std::string_view hexDigits) {
+  while (true) {
+    const std::size_t plain = plainRunLength(text);
+    out.append(text.substr(0, plain));
+    if (plain == text.size()) {
+      return;
+    }
+    out.append(escapeOf(text[plain], hexDigits).view());
+    text.remove_prefix(plain + 1);
+  }
+}
 
 }  // namespace quenfold

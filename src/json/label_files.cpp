@@ -16,12 +16,12 @@
 namespace quenfold {
 namespace {
 
-/// Takes the parser's events and keeps the members of the root's "portLabels", the first one of
-/// that name. Levels count the objects and arrays around an event.
+/// Takes the parser's events and fills a map from the members of the root's "portLabels", the first
+/// one of that name. Levels count the objects and arrays around an event.
 class PortLabelsHandler : public rapidjson::BaseReaderHandler<JsonEncoding, PortLabelsHandler> {
  public:
-  /// A port key and its label as they stand in the text; null data for what is no string.
-  using Entry = std::pair<std::string_view, std::string_view>;
+  PortLabelsHandler(PortLabelMap& labels, bool reverse, const DeviceMapper& mapper)
+      : labels_(labels), reverse_(reverse), mapper_(mapper) {}
 
   void parseFrom(char** /*place*/) {}
 
@@ -43,8 +43,8 @@ class PortLabelsHandler : public rapidjson::BaseReaderHandler<JsonEncoding, Port
   bool EndArray(rapidjson::SizeType /*elements*/) { return end(); }
   // NOLINTEND(readability-identifier-naming)
 
-  /// Of the whole file, once it has been parsed. Throws what `loadPortLabels` says of its shape.
-  [[nodiscard]] const std::vector<Entry>& entries(bool isJson) const {
+  /// Once the whole file has been parsed. Throws what `loadPortLabels` says of its shape.
+  void checkShape(bool isJson) const {
     if (!isJson || root_ != kObject) {
       throw runtimeError("loadPortLabels root is not object");
     }
@@ -54,15 +54,18 @@ class PortLabelsHandler : public rapidjson::BaseReaderHandler<JsonEncoding, Port
     if (section_ != kObject) {
       throw runtimeError("{} is not object", kPortLabelsSection);
     }
-    return entries_;
+    if (!onlyStrings_) {
+      throw runtimeError("portLabel entry value is not string");
+    }
   }
 
  private:
   enum Shape { kMissing, kObject, kOther };
 
+  /// `text` has null data for what is no string.
   bool value(Shape shape, std::string_view text = {}) {
     if (inSection_ && level_ == 2) {
-      entries_.emplace_back(key_, text);
+      addEntry(text);
     } else if (level_ == 0) {
       root_ = shape;
     } else if (level_ == 1 && root_ == kObject && section_ == kMissing &&
@@ -71,6 +74,28 @@ class PortLabelsHandler : public rapidjson::BaseReaderHandler<JsonEncoding, Port
       inSection_ = shape == kObject;
     }
     return true;
+  }
+
+  /// What is no string is reported only when the whole file has proved to be JSON.
+  void addEntry(std::string_view label) {
+    onlyStrings_ = onlyStrings_ && label.data() != nullptr;
+    if (onlyStrings_) {
+      const std::string_view key = mappedKey();
+      labels_.assign(reverse_ ? label : key, reverse_ ? key : label);
+    }
+  }
+
+  /// A device's long replacement is copied into each of its keys: `replaced_` counts that.
+  std::string_view mappedKey() {
+    const std::size_t dot = key_.find('.');
+    if (mapper_ && dot != std::string_view::npos) {
+      const std::string_view mapped = mapper_(key_.substr(0, dot));
+      if (!mapped.empty()) {
+        replaced_.take(mapped.size());
+        return labels_.keepJoined(mapped, key_.substr(dot));
+      }
+    }
+    return key_;
   }
 
   bool start(Shape shape) {
@@ -89,23 +114,13 @@ class PortLabelsHandler : public rapidjson::BaseReaderHandler<JsonEncoding, Port
   Shape root_ = kMissing;
   Shape section_ = kMissing;
   bool inSection_ = false;
-  std::string_view key_;  // of the value that comes next
-  std::vector<Entry> entries_;
+  bool onlyStrings_ = true;  // the section's entries
+  std::string_view key_;     // of the value that comes next
+  PortLabelMap& labels_;
+  bool reverse_;
+  const DeviceMapper& mapper_;
+  Budget replaced_{"too many bytes of port label keys", kMaxReplacedBytes};
 };
-
-/// A device's long replacement is copied into each of its keys: `replaced` counts that.
-std::string_view mappedKey(std::string_view key, const DeviceMapper& mapper, Budget& replaced,
-                           PortLabelMap& labels) {
-  const std::size_t dot = key.find('.');
-  if (mapper && dot != std::string_view::npos) {
-    const std::string_view mapped = mapper(key.substr(0, dot));
-    if (!mapped.empty()) {
-      replaced.take(mapped.size());
-      return labels.keepJoined(mapped, key.substr(dot));
-    }
-  }
-  return key;
-}
 
 }  // namespace
 
@@ -116,7 +131,7 @@ std::string& PortLabelMap::keep(std::string text) {
 
 std::string_view PortLabelMap::keepJoined(std::string_view front, std::string_view back) {
   const std::size_t size = front.size() + back.size();
-  auto* const joined = static_cast<char*>(contents_->memory.allocate(size, 1));
+  auto* const joined = static_cast<char*>(contents_->joined.allocate(size, 1));
   std::copy(back.begin(), back.end(), std::copy(front.begin(), front.end(), joined));
   return {joined, size};
 }
@@ -150,18 +165,8 @@ PortLabelMap loadPortLabels(const std::string& path, bool reverse, const DeviceM
   PortLabelMap labels;
   std::string& text = labels.keep(readFile(path));
   TimePoint stageStart = now();
-  PortLabelsHandler handler;
-  const bool isJson = parseJsonEvents(text, handler);
-  const std::vector<PortLabelsHandler::Entry>& entries = handler.entries(isJson);
-  labels.reserve(entries.size());
-  Budget replaced("too many bytes of port label keys", kMaxReplacedBytes);
-  for (const auto& [portKey, label] : entries) {
-    if (label.data() == nullptr) {
-      throw runtimeError("portLabel entry value is not string");
-    }
-    const std::string_view key = mappedKey(portKey, mapper, replaced, labels);
-    labels.assign(reverse ? label : key, reverse ? key : label);
-  }
+  PortLabelsHandler handler(labels, reverse, mapper);
+  handler.checkShape(parseJsonEvents(text, handler));
   logElapsed(stageStart, "    Loaded port labels");
   return labels;
 }

@@ -6,8 +6,9 @@
 #include <memory_resource>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
+
+#include "app/indexed_list.h"
 
 namespace quenfold {
 
@@ -23,26 +24,29 @@ inline constexpr const char* kDeviceLabelId = "id";
 inline constexpr const char* kDeviceLabelText = "label";
 inline constexpr const char* kDeviceLabelSerial = "serial";
 
-/// Keys and values of a file, hashed once, without a copy of their own: both are views into texts
-/// that the map keeps alive. Look-ups take views; the order is of no meaning.
+/// Keys and labels of a file in its order, without a copy of their own: they are views into texts
+/// that the map keeps alive.
 class PortLabelMap {
  public:
-  using Entries = std::pmr::unordered_map<std::string_view, std::string_view>;
+  struct Entry {
+    std::string_view key;
+    std::string_view label;
+  };
+  using Entries = IndexedList<Entry, &Entry::key>;
 
-  [[nodiscard]] Entries::const_iterator find(std::string_view key) const {
-    return contents_->entries.find(key);
+  /// The key's label, or null. Valid until the next `assign`.
+  [[nodiscard]] const std::string_view* find(std::string_view key) const {
+    const Entry* const entry = contents_->entries.find(key);
+    return entry == nullptr ? nullptr : &entry->label;
   }
-  [[nodiscard]] Entries::const_iterator begin() const { return contents_->entries.begin(); }
-  [[nodiscard]] Entries::const_iterator end() const { return contents_->entries.end(); }
+  [[nodiscard]] const Entries& entries() const { return contents_->entries; }
   [[nodiscard]] bool empty() const { return contents_->entries.empty(); }
   [[nodiscard]] std::size_t size() const { return contents_->entries.size(); }
 
-  void reserve(std::size_t count) { contents_->entries.reserve(count); }
-
-  /// Of a repeated key the last value counts. Both views must last as long as the map: they are
+  /// Of a repeated key the last label counts. Both views must last as long as the map: they are
   /// literals or lie in what it keeps.
-  void assign(std::string_view key, std::string_view value) {
-    contents_->entries.insert_or_assign(key, value);
+  void assign(std::string_view key, std::string_view label) {
+    contents_->entries.findOrAppend(key, [key] { return Entry{key, {}}; }).label = label;
   }
 
   /// Takes over the file's text, which then lives as long as the map, wherever that is moved.
@@ -53,9 +57,9 @@ class PortLabelMap {
 
  private:
   struct Contents {
-    std::pmr::monotonic_buffer_resource memory;  // freed at once
+    std::pmr::monotonic_buffer_resource joined;  // freed at once
     std::string text;
-    Entries entries{&memory};
+    Entries entries;
   };
 
   std::unique_ptr<Contents> contents_ = std::make_unique<Contents>();

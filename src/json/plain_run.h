@@ -1,6 +1,6 @@
 #pragma once
 
-#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstring>
 #include <string_view>
@@ -11,6 +11,7 @@
 
 // The bulk of every JSON text is string characters that stand for themselves. They are found and
 // passed a machine word at a time, or sixteen bytes where the processor has them for certain.
+// Which characters these are is decided here, for the parser and for all writers.
 
 namespace quenfold {
 
@@ -21,9 +22,22 @@ inline constexpr std::size_t kScanPadding = 15;
 
 constexpr ScanWord inEveryByte(unsigned char value) { return ~ScanWord{0} / 255 * value; }
 
-/// Whether a character ends a run: a control character, a quotation mark or a backslash.
+/// By character: whether it ends a run. A control character, a quotation mark or a backslash does.
+constexpr std::array<bool, 256> plainRunEndCharacters() {
+  constexpr std::size_t kControls = 0x20;
+  std::array<bool, 256> ends{};
+  for (std::size_t control = 0; control < kControls; ++control) {
+    ends.at(control) = true;
+  }
+  ends['"'] = true;
+  ends['\\'] = true;
+  return ends;
+}
+
+inline constexpr std::array<bool, 256> kPlainRunEnds = plainRunEndCharacters();
+
 constexpr bool endsPlainRun(char character) {
-  return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\';
+  return kPlainRunEnds[static_cast<unsigned char>(character)];
 }
 
 /// Marks (0x80) the lowest byte that is below the limit, which is at most 128; perhaps also bytes
@@ -80,15 +94,22 @@ inline const char* plainRunEnd(const char* text) {
 inline const char* plainRunEnd(const char* text) { return plainRunEndByWords(text); }
 #endif
 
-/// Whether all of the text is one run. Reads nothing behind it.
-inline bool isPlainRun(std::string_view text) {
-  while (text.size() >= sizeof(ScanWord)) {
-    if (plainRunEnds(loadWord(text.data())) != 0) {
-      return false;
+/// How many characters the run at the beginning of a text has. Reads nothing behind the text.
+inline std::size_t plainRunLength(std::string_view text) {
+  std::size_t length = 0;
+  for (; text.size() - length >= sizeof(ScanWord); length += sizeof(ScanWord)) {
+    const ScanWord ends = plainRunEnds(loadWord(text.data() + length));
+    if (ends != 0) {
+      return length + static_cast<std::size_t>(__builtin_ctzll(ends)) / 8;
     }
-    text.remove_prefix(sizeof(ScanWord));
   }
-  return std::none_of(text.begin(), text.end(), endsPlainRun);
+  while (length < text.size() && !endsPlainRun(text[length])) {
+    ++length;
+  }
+  return length;
 }
+
+/// Whether all of the text is one run.
+inline bool isPlainRun(std::string_view text) { return plainRunLength(text) == text.size(); }
 
 }  // namespace quenfold

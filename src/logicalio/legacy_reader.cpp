@@ -121,8 +121,8 @@ class EntryReader {
   }
 
   [[nodiscard]] std::string_view portKeyOf(std::string_view text) const {
-    const auto labelled = portKeys_.find(text);
-    return labelled == portKeys_.end() ? text : labelled->second;
+    const std::string_view* const labelled = portKeys_.find(text);
+    return labelled == nullptr ? text : *labelled;
   }
 
   void readField(const cJSON& member, Field field, const char* text) {

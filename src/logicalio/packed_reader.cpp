@@ -113,8 +113,8 @@ class RecordReader {
 
   std::string_view portText(std::uint64_t packed) {
     const std::string_view key = keys_.print(packed);
-    const auto labelled = context_.portLabels.find(key);
-    return labelled == context_.portLabels.end() ? key : labelled->second;
+    const std::string_view* const labelled = context_.portLabels.find(key);
+    return labelled == nullptr ? key : *labelled;
   }
 
   static constexpr std::uint64_t kCategoryBytes = 64;  // of an entry beside its text

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <utility>
-#include <vector>
 
 #include "json/cjson_access.h"
 #include "logicalio/bit_packing.h"
@@ -39,38 +38,6 @@ std::uint32_t shiftedLeft(std::uint32_t value, std::uint32_t by) {
   return by < 32 ? value << by : 0;
 }
 
-/// One part of the layout string: a literal (type 0) or a field.
-struct LayoutPart {
-  char type;
-  const char* literal;
-  PortField field;
-};
-
-constexpr std::array<LayoutPart, 12> kLayout = {{{'$', nullptr, kDevice},
-                                                 {0, ".", {}},
-                                                 {'$', nullptr, kSlot},
-                                                 {0, ".", {}},
-                                                 {'$', nullptr, kPortPrefix},
-                                                 {0, "[", {}},
-                                                 {'#', nullptr, kPortId},
-                                                 {0, "]", {}},
-                                                 {0, ".", {}},
-                                                 {'$', nullptr, kType},
-                                                 {0, ".ch", {}},
-                                                 {'#', nullptr, kCh}}};
-
-std::string layoutString(const std::array<std::int32_t, kPortFieldCount>& bits) {
-  std::vector<BitPackToken> tokens;
-  tokens.reserve(kLayout.size());
-  for (const LayoutPart& part : kLayout) {
-    tokens.push_back(part.literal != nullptr
-                         ? makeLiteralToken(part.literal)
-                         : makeFieldToken(part.type, kPortFieldNames.at(part.field),
-                                          static_cast<std::uint32_t>(bits.at(part.field))));
-  }
-  return writeBitPacking(tokens);
-}
-
 void writeRefMap(FormattedJson& json, PortField field, const VelDB::RefMap& map) {
   json.key(kPortFieldNames.at(field));
   map.toJson(json);
@@ -80,20 +47,6 @@ void loadRefMap(const cJSON& refMaps, PortField field, VelDB::RefMap& map) {
   const cJSON* const entries = findMember(&refMaps, kPortFieldNames.at(field));
   if (entries != nullptr) {
     map.fromJson(*entries);
-  }
-}
-
-void loadWidths(std::string_view layout, PortDict& dict) {
-  const std::vector<BitPackToken> tokens = parseBitPacking(layout);
-  for (const BitPackToken& token : tokens) {
-    const auto* const name = std::find(kPortFieldNames.begin(), kPortFieldNames.end(), token.text);
-    if (token.kind != BitPackKind::kLiteral && name != kPortFieldNames.end()) {
-      dict.bits.at(static_cast<std::size_t>(name - kPortFieldNames.begin())) =
-          static_cast<std::int32_t>(token.bits);
-    }
-  }
-  if (!tokens.empty()) {
-    dict.computeShifts();
   }
 }
 
@@ -213,7 +166,9 @@ std::error_code PortDict::fromJson(const cJSON& root) {
   if (layout == nullptr) {
     return {};
   }
-  loadWidths(layout, *this);
+  if (readLayout(layout, bits)) {
+    computeShifts();
+  }
   loadRefMap(*refMaps, kDevice, device);
   loadRefMap(*refMaps, kSlot, slot);
   if (slot.size() == 0) {

@@ -11,6 +11,7 @@
 
 #include "json/formatted_json.h"
 #include "logicalio/port_key.h"
+#include "logicalio/port_layout.h"
 #include "logicalio/ref_map.h"
 
 namespace quenfold {
@@ -24,7 +25,7 @@ struct PortDict {
   std::uint32_t maxPortId = 0;  // largest port id registered
 
   // By `PortField`. A width from a file is kept as it comes; below 1 its field takes no part.
-  std::array<std::int32_t, kPortFieldCount> bits{};
+  FieldWidths bits{};
   std::array<std::uint32_t, kPortFieldCount> shift{};  // position of the lowest bit
   std::array<std::uint32_t, kPortFieldCount> mask{};   // shifted into place, 32 bits of it
 

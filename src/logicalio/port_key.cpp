@@ -13,19 +13,18 @@ constexpr std::size_t kTextCapacity = 63;
 constexpr std::size_t kTypeCapacity = 15;
 constexpr std::size_t kIdKeyCapacity = 63;
 
-constexpr std::string_view kHexDigits = "0123456789ABCDEF";
-
 constexpr std::uint8_t kNoDigit = 255;
 
 /// By byte: the value of a digit of any base up to 16.
 constexpr std::array<std::uint8_t, 256> digitValues() {
+  constexpr std::string_view kUpper = "0123456789ABCDEF";
   constexpr std::string_view kLower = "0123456789abcdef";
   std::array<std::uint8_t, 256> values{};
   for (std::uint8_t& value : values) {
     value = kNoDigit;
   }
-  for (std::size_t value = 0; value < kHexDigits.size(); ++value) {
-    values[static_cast<unsigned char>(kHexDigits[value])] = static_cast<std::uint8_t>(value);
+  for (std::size_t value = 0; value < kUpper.size(); ++value) {
+    values[static_cast<unsigned char>(kUpper[value])] = static_cast<std::uint8_t>(value);
     values[static_cast<unsigned char>(kLower[value])] = static_cast<std::uint8_t>(value);
   }
   return values;
@@ -136,22 +135,6 @@ struct IdKeyPart {
 constexpr std::array<IdKeyPart, kPortFieldCount> kIdKeyParts = {
     {{kDevice, "."}, {kSlot, "."}, {kPortPrefix, "["}, {kPortId, "]."}, {kType, "."}, {kCh, ""}}};
 
-constexpr std::size_t kHexDigitsOfAField = 8;
-constexpr std::size_t kMostIdKeyBytes = kPortFieldCount * kHexDigitsOfAField + 6;
-
-char* printHex(char* out, std::uint32_t value) {
-  std::uint32_t shift = 0;
-  while (value >> shift > 0xFU) {  // ends at a shift of 28
-    shift += 4;
-  }
-  *out++ = kHexDigits[value >> shift];
-  while (shift > 0) {
-    shift -= 4;
-    *out++ = kHexDigits[value >> shift & 0xFU];
-  }
-  return out;
-}
-
 }  // namespace
 
 std::optional<PortKeyText> scanPortKey(std::string_view key) {
@@ -202,13 +185,8 @@ PortKeyIds scanIdKey(std::string_view key) {
 }
 
 std::string printIdKey(const PortKeyIds& ids) {
-  std::array<char, kMostIdKeyBytes> key{};
-  char* end = key.data();
-  for (const IdKeyPart& part : kIdKeyParts) {
-    end = printHex(end, ids[part.field]);
-    end = std::copy(part.after.begin(), part.after.end(), end);
-  }
-  return {key.data(), end};
+  return fmt::format("{:X}.{:X}.{:X}[{:X}].{:X}.{:X}", ids[kDevice], ids[kSlot], ids[kPortPrefix],
+                     ids[kPortId], ids[kType], ids[kCh]);
 }
 
 }  // namespace quenfold

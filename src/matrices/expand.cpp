@@ -127,29 +127,28 @@ class Expander {
     expanded_.outputs += family.group->direction == Direction::kDestination ? ports : 0;
   }
 
-  /// Spells each port where that can fail or where the port may have a label. The counters are
-  /// wider than the numbers: a range may end at the largest of them.
+  /// Spells each port where that can fail or where the port may have a label.
   void checkPorts(std::string_view deviceId, const PortFamily& family) {
     const PortTypeGroup& group = *family.group;
     if (portLabels_.empty() && splitPattern(group.port).kind != PortPattern::Kind::kFormat) {
       return;
     }
     key_.startFamily(deviceId, family);
-    for (std::int64_t port = group.first; port <= group.last; ++port) {
-      key_.startPort(static_cast<std::int32_t>(port));
+    forEachNumber({group.first, group.last}, [&](std::int32_t port) {
+      key_.startPort(port);
       if (!portLabels_.empty()) {
         addLabels(family.channels);
       }
-    }
+    });
   }
 
   void addLabels(const Range& channels) {
-    for (std::int64_t channel = channels.first; channel <= channels.last; ++channel) {
-      const auto found = portLabels_.find(key_.onChannel(static_cast<std::int32_t>(channel)));
-      const bool labelled = found != portLabels_.end();
-      nameBytes_.take(labelled ? found->second.size() : 0);  // once for every port of that name
-      expanded_.labels.push_back(labelled ? found->second : std::string_view());
-    }
+    forEachNumber(channels, [&](std::int32_t channel) {
+      const std::string_view* const found = portLabels_.find(key_.onChannel(channel));
+      const std::string_view label = found == nullptr ? std::string_view() : *found;
+      nameBytes_.take(label.size());  // once for every port of that name
+      expanded_.labels.push_back(label);
+    });
   }
 
   const PortLabelMap& portLabels_;

@@ -2,11 +2,11 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 
 #include "json/escape.h"
+#include "json/plain_run.h"
 #include "matrices/legacy_format.h"
 
 namespace quenfold::unpacking {
@@ -36,6 +36,10 @@ void appendDecimal(TextStream& out, std::size_t number) {
 
 void appendPlain(TextStream& out, std::string_view text) { out.append(text); }
 
+void appendEscaped(TextStream& out, std::string_view text) {
+  quenfold::appendEscaped(out, text, kRapidJsonDigits);
+}
+
 /// "<name>": and what is in front of it.
 void appendKey(TextStream& out, std::string_view mark, std::string_view name) {
   out.append(mark);
@@ -53,11 +57,8 @@ void appendQuoted(TextStream& out, std::string_view text) {
 /// Whether no name of these ports needs an escape. What the formatter makes of a pattern is not
 /// known before.
 bool needsNoEscape(const ExpandedFamily& family) {
-  const auto plain = [](std::string_view text) {
-    return std::none_of(text.begin(), text.end(), needsEscape);
-  };
-  return plain(family.device.label) && plain(family.ports.slot) && plain(family.ports.type) &&
-         plain(family.ports.group->port) &&
+  return isPlainRun(family.device.label) && isPlainRun(family.ports.slot) &&
+         isPlainRun(family.ports.type) && isPlainRun(family.ports.group->port) &&
          splitPattern(family.ports.group->port).kind != PortPattern::Kind::kFormat;
 }
 
@@ -73,22 +74,20 @@ LegacyTexts::LegacyTexts(const ExpandedTree& expanded)
       keyAndValue_(entryMarks("k", "v")),
       portAndLabel_(entryMarks(kPortName, kPortLabel)) {}
 
-/// The counters are wider than the numbers: a range may end at the largest of them.
 template <typename Visit>
 void LegacyTexts::forEachPort(const ExpandedFamily& family, Visit visit) {
   const PortTypeGroup& group = *family.ports.group;
-  const Range& channels = family.ports.channels;
   std::size_t position = family.firstPort;
   name_.startFamily(family.device.label, family.ports);
-  for (std::int64_t port = group.first; port <= group.last; ++port) {
-    name_.startPort(static_cast<std::int32_t>(port));
-    for (std::int64_t ch = channels.first; ch <= channels.last; ++ch) {
-      const std::string_view name = name_.onChannel(static_cast<std::int32_t>(ch));
+  forEachNumber({group.first, group.last}, [&](std::int32_t port) {
+    name_.startPort(port);
+    forEachNumber(family.ports.channels, [&](std::int32_t channel) {
+      const std::string_view name = name_.onChannel(channel);
       visit(UnpackedPort{name, name.substr(family.device.label.size()), family.device.serial,
                          expanded_.labelOf(position)});
       ++position;
-    }
-  }
+    });
+  });
 }
 
 void LegacyTexts::writePorts(TextStream& out, const MatrixEntry& matrix) {

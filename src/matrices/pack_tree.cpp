@@ -146,23 +146,7 @@ ChannelList& moveTo(PortCursor& cursor, DeviceList& devices, std::string_view po
   return channels;
 }
 
-}  // namespace
-
-void addPort(DeviceList& devices, const SplitPort& port) {
-  PackPort& packPort = portOf(slotOf(devices, port), port.port);
-  addChannel(channelsOf(packPort, port.type), port);
-}
-
-void addPort(DeviceList& devices, PortCursor& cursor, std::string_view portText) {
-  if (cursor.channels != nullptr && beginsWith(portText, cursor.family)) {
-    cursor.parts.ch = parseChannel(portText.substr(cursor.family.size()));
-    addChannel(*cursor.channels, cursor.parts);
-  } else {
-    ChannelList& channels = moveTo(cursor, devices, portText);
-    addChannel(channels, cursor.parts);
-  }
-}
-
+/// Appends the channel, or reports that it is there already.
 void addChannel(ChannelList& channels, const SplitPort& port) {
   if (channels.find(port.ch) == nullptr) {
     channels.append(port.ch);
@@ -175,6 +159,18 @@ void addChannel(ChannelList& channels, const SplitPort& port) {
   std::cerr << fmt::format("Duplicate channel in {}({}.{}.{}.{}.{}). Channels={}", port.ch,
                            port.device, port.slot, port.port, port.type, port.ch,
                            std::string_view(known.data(), known.size()));
+}
+
+}  // namespace
+
+void addPort(DeviceList& devices, PortCursor& cursor, std::string_view portText) {
+  if (cursor.channels != nullptr && beginsWith(portText, cursor.family)) {
+    cursor.parts.ch = parseChannel(portText.substr(cursor.family.size()));
+    addChannel(*cursor.channels, cursor.parts);
+  } else {
+    ChannelList& channels = moveTo(cursor, devices, portText);
+    addChannel(channels, cursor.parts);
+  }
 }
 
 void consolidate(PackSlot& slot) {

@@ -55,11 +55,6 @@ struct PackDevice {
 
 using DeviceList = IndexedList<PackDevice, &PackDevice::name>;
 
-/// Inserts one port at the end of every list in which it is new. The port string must live as long
-/// as the tree. Throws what `parsePortString`
-/// throws, after its device and slot were added: they stay.
-void addPort(DeviceList& devices, const SplitPort& port);
-
 /// Where the last port went, all null before the first and after a failure. The channels of a port
 /// mostly follow each other: their port strings differ in nothing but the channel, and the next one
 /// needs neither cutting nor searching.
@@ -72,12 +67,11 @@ struct PortCursor {
   ChannelList* channels = nullptr;
 };
 
-/// Splits a port string and inserts it. Nobody else may insert as long as the cursor is used.
-/// Throws what `splitPort` throws, and as the above.
+/// Splits a port string and inserts the port at the end of every list in which it is new. The port
+/// string must live as long as the tree; nobody else may insert as long as the cursor is used.
+/// Throws what `splitPort` throws, and what `parsePortString` throws after the port's device and
+/// slot were added: they stay. Reports on standard error a channel that is there already.
 void addPort(DeviceList& devices, PortCursor& cursor, std::string_view portText);
-
-/// Appends the channel, or reports on standard error that it is there already.
-void addChannel(ChannelList& channels, const SplitPort& port);
 
 /// Replaces the slot's groups: ports of equal layout form a class, the ports of a class with the
 /// same pattern a range; classes and ranges in order of appearance. The ports must stay as they

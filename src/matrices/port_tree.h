@@ -17,6 +17,15 @@ struct Range {
   std::int32_t last = 0;
 };
 
+/// Calls visit(number) for each of them. The counter is wider than they are: a range may end at the
+/// largest.
+template <typename Visit>
+void forEachNumber(Range range, Visit visit) {
+  for (std::int64_t number = range.first; number <= range.last; ++number) {
+    visit(static_cast<std::int32_t>(number));
+  }
+}
+
 struct PortTypeGroup {
   std::string port;  // a format pattern with the port number as its one argument
   std::int32_t first = 0;

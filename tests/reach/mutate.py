@@ -17,16 +17,18 @@ import argparse
 import os
 import random
 import resource
+import signal
 import sys
 import tempfile
 from collections import defaultdict
 from concurrent.futures import ThreadPoolExecutor
 from dataclasses import dataclass
 from pathlib import Path
+from types import FrameType
 
 from judged import read_judged
 from mutants import Mutant, mutants_of
-from trial import Build, Tests, run_trial
+from trial import Build, Tests, run_trial, stop_trials
 
 LEAST_PERCENT = 95.0
 ADDRESS_SPACE = 3 << 30  # a mutant may ask for any amount of memory
@@ -107,6 +109,11 @@ def report(jobs: list[Job], outcomes: list[str], judged: set[str]) -> bool:
     return good
 
 
+def stop(number: int, _frame: FrameType | None) -> None:
+    stop_trials()
+    raise SystemExit(128 + number)
+
+
 def main() -> int:
     parser = argparse.ArgumentParser(description="Counts the mutants that the tests notice.")
     parser.add_argument("build", type=Path)
@@ -119,15 +126,19 @@ def main() -> int:
     resource.setrlimit(resource.RLIMIT_FSIZE, (FILE_SIZE, FILE_SIZE))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
+    for number in (signal.SIGINT, signal.SIGTERM):
+        signal.signal(number, stop)
+
     root = Path.cwd()
     build = Build(options.build.resolve(), root)
     tests = Tests(build, root)
     judged = set(read_judged(root / "tests/mutants-survived"))
     jobs = jobs_of(root, options)
     first = "src/app/main.cpp"
-    if run_job(build, tests, Job(first, (root / first).read_text(), "no change")):
-        raise SystemExit("the tests fail without a mutant")
+    unchanged = Job(first, (root / first).read_text(), "no change")
     with ThreadPoolExecutor(options.jobs) as pool:
+        if pool.submit(run_job, build, tests, unchanged).result():
+            raise SystemExit("the tests fail without a mutant")
         outcomes = list(pool.map(lambda job: run_job(build, tests, job), jobs))
     return 0 if report(jobs, outcomes, judged) else 1
 

@@ -8,7 +8,9 @@ import re
 import shlex
 import signal
 import subprocess
+import threading
 from collections import defaultdict
+from contextlib import suppress
 from pathlib import Path
 
 PROGRAM = "src/quenfold"
@@ -32,6 +34,26 @@ CASE_GROUPS = {
 }  # fmt: skip
 
 
+running: set[int] = set()  # the process groups of the trials that go on
+stopped = threading.Event()
+
+
+class Stopped(Exception):
+    """The trials were stopped: what a command ended with says nothing of a mutant."""
+
+
+def end_group(leader: int) -> None:
+    with suppress(ProcessLookupError):
+        os.killpg(leader, signal.SIGKILL)
+
+
+def stop_trials() -> None:
+    """Ends the processes of all trials, which then raise `Stopped`."""
+    stopped.set()
+    for leader in list(running):
+        end_group(leader)
+
+
 def succeeds(command: list[str], folder: Path, seconds: int) -> bool:
     """Whether a command ends with status 0 in time; all its processes are gone afterwards."""
     limited = ["prlimit", f"--cpu={seconds}", *command]
@@ -45,12 +67,18 @@ def succeeds(command: list[str], folder: Path, seconds: int) -> bool:
         stderr=subprocess.DEVNULL,
         start_new_session=True,
     )
+    running.add(process.pid)
+    if stopped.is_set():  # between the start and the line above
+        end_group(process.pid)
     try:
-        return process.wait(seconds * PATIENCE) == 0
+        status = process.wait(seconds * PATIENCE)
     except subprocess.TimeoutExpired:
-        os.killpg(process.pid, signal.SIGKILL)
-        process.wait()
-        return False
+        end_group(process.pid)
+        status = process.wait()
+    running.discard(process.pid)
+    if stopped.is_set():
+        raise Stopped
+    return status == 0
 
 
 class Build:

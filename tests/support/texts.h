@@ -7,14 +7,24 @@
 
 namespace quenfold::test {
 
+/// Keeps the text.
+class StringStream final : public TextStream {
+ public:
+  [[nodiscard]] const std::string& text() const { return text_; }
+
+ private:
+  void handOn(std::string_view chunk) override { text_ += chunk; }
+
+  std::string text_;
+};
+
 /// All that `produce` appends to a stream.
 template <typename Produce>
 std::string textOf(Produce produce) {
-  std::string text;
-  TextStream out([&](std::string_view chunk) { text += chunk; });
+  StringStream out;
   produce(out);
   out.flush();
-  return text;
+  return out.text();
 }
 
 }  // namespace quenfold::test

@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <memory>
 #include <new>
+#include <string>
 
 #include "app/files.h"
 #include "app/limits.h"
@@ -106,6 +108,26 @@ TEST(WriteFile, NoticesAFullDiskForOneByteAndForMany) {
             "error while writing file: /dev/full");
 }
 
+/// The descriptor that the next opened file gets.
+int nextDescriptor() {
+  const int lowestFree = dup(STDERR_FILENO);
+  close(lowestFree);
+  return lowestFree;
+}
+
+TEST(Files, AreClosedOnEveryWayOutAndNoOthersAre) {
+  const test::ScratchFolder scratch;
+  const std::string path = scratch.path("file");
+  const int before = nextDescriptor();
+  writeFile(path, "x");
+  readFile(path);
+  EXPECT_THROW(readFile(scratch.path()), std::runtime_error);
+  EXPECT_THROW(writeFile("/dev/full", "x"), std::runtime_error);
+  streamFile(path, [](TextStream& out) { out.append("y"); });
+  EXPECT_THROW(streamFile(path, [](TextStream&) { throw std::bad_alloc(); }), std::bad_alloc);
+  EXPECT_EQ(nextDescriptor(), before);
+}
+
 TEST(JoinPath, AlwaysInsertsTheSlash) {
   EXPECT_EQ(joinPath("dir", "a"), "dir/a");
   EXPECT_EQ(joinPath("dir/", "a"), "dir//a");
@@ -129,6 +151,16 @@ TEST(StreamFile, WritesWhatIsAppendedAndTellsItsLength) {
   EXPECT_EQ(scratch.bytesOf("out"), std::string(200000, 'y'));
   EXPECT_EQ(streamFile(path, [](TextStream&) {}), 0U);
   EXPECT_EQ(scratch.bytesOf("out"), "");
+}
+
+TEST(StreamFile, LeavesAClosureWhereItIs) {
+  const test::ScratchFolder scratch;
+  // Nothing that would have to copy the closure takes this one.
+  const auto produce = [text = std::make_unique<std::string>("once")](TextStream& out) {
+    out.append(*text);
+  };
+  EXPECT_EQ(streamFile(scratch.path("out"), produce), 4U);
+  EXPECT_EQ(scratch.bytesOf("out"), "once");
 }
 
 TEST(StreamFile, NamesTheFileThatFails) {

@@ -11,12 +11,26 @@ namespace {
 
 constexpr std::uint64_t kLargest = std::numeric_limits<std::uint64_t>::max();
 
+TEST(Limits, AreTheDocumentedOnes) {
+  EXPECT_EQ(kMaxPorts, 67108864U);
+  EXPECT_EQ(kMaxTextBytes, 8589934592U);
+  EXPECT_EQ(kMaxReplacedBytes, 1073741824U);
+  EXPECT_EQ(kMaxRecordBytes, 1073741824U);
+}
+
 TEST(Budget, GivesUpToItsLimit) {
   Budget budget("too many things", 10);
   budget.take(4);
   budget.takeTimes(3, 2);
   budget.take(0);
   EXPECT_EQ(test::messageOf([&] { budget.take(1); }), "too many things: more than 10");
+}
+
+TEST(Budget, CountsATimesWhatWasTakenBefore) {
+  Budget budget("too many things", 10);
+  budget.take(4);
+  EXPECT_EQ(test::messageOf([&] { budget.takeTimes(2, 4); }), "too many things: more than 10");
+  budget.takeTimes(2, 3);
 }
 
 TEST(Budget, IsNoRuntimeErrorThatIsOnlyReported) {

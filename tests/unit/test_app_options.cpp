@@ -51,6 +51,16 @@ TEST(ParseOptions, TakesEachOption) {
   verbose = false;
 }
 
+TEST(ParseOptions, SetsNothingElse) {
+  EXPECT_EQ(parsed({"-i", "a"})->outputFiles, Names{});
+  EXPECT_FALSE(parsed({"-o", "a"})->pack);
+  EXPECT_FALSE(verbose);
+  EXPECT_FALSE(parsed({"-v"})->pack);
+  EXPECT_EQ(parsed({"-d", "a"})->sourceDir, "");
+  EXPECT_EQ(parsed({"-s", "a"})->function, "");
+  verbose = false;
+}
+
 TEST(ParseOptions, LastOneWins) {
   const auto options = parsed({"-f", "a",  "-f",  "b",  "-s", "1",  "-s", "2",  "-d",  "3",  "-d",
                                "4",  "-i", "x,y", "-i", "z",  "-o", "u",  "-o", "v,w", "-p", "-u"});

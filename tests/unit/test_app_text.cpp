@@ -73,12 +73,13 @@ INSTANTIATE_TEST_SUITE_P(
                     UnsignedCase{"17", 0, true, 17}, UnsignedCase{"-", 0, false, 0},
                     UnsignedCase{"0xA", 16, true, 10}, UnsignedCase{"0xF", 16, true, 15},
                     UnsignedCase{"0xa", 16, true, 10}, UnsignedCase{"0xf", 16, true, 15},
-                    UnsignedCase{"0x0", 16, true, 0}, UnsignedCase{"0x9", 16, true, 9},
-                    UnsignedCase{"0x/", 16, true, 0}, UnsignedCase{"0x:", 16, true, 0},
-                    UnsignedCase{"0x@", 16, true, 0}, UnsignedCase{"0xG", 16, true, 0},
-                    UnsignedCase{"0x`", 16, true, 0}, UnsignedCase{"0x", 16, true, 0},
-                    UnsignedCase{"z", 36, true, 35}, UnsignedCase{"1", 1, false, 0},
-                    UnsignedCase{"1", 37, false, 0}, UnsignedCase{"1", -1, false, 0}));
+                    UnsignedCase{"0x0", 16, true, 0}, UnsignedCase{"0x01", 16, true, 1},
+                    UnsignedCase{"0x9", 16, true, 9}, UnsignedCase{"0x/", 16, true, 0},
+                    UnsignedCase{"0x:", 16, true, 0}, UnsignedCase{"0x@", 16, true, 0},
+                    UnsignedCase{"0xG", 16, true, 0}, UnsignedCase{"0x`", 16, true, 0},
+                    UnsignedCase{"0x", 16, true, 0}, UnsignedCase{"z", 36, true, 35},
+                    UnsignedCase{"1", 1, false, 0}, UnsignedCase{"1", 37, false, 0},
+                    UnsignedCase{"1", -1, false, 0}));
 
 struct SignedCase {
   const char* text;
@@ -100,14 +101,28 @@ INSTANTIATE_TEST_SUITE_P(
         SignedCase{"0", true, 0}, SignedCase{"999999999", true, 999999999},
         SignedCase{"123456789x", true, 123456789}, SignedCase{"1000000000", true, 1000000000},
         SignedCase{"0000000000012", true, 12}, SignedCase{"9999999999", false, 2147483647},
-        SignedCase{"12x", true, 12}, SignedCase{"x", false, 0}, SignedCase{"", false, 0},
-        SignedCase{" +7]", true, 7}, SignedCase{"-1", true, -1}, SignedCase{"-0", true, 0},
-        SignedCase{"007", true, 7}, SignedCase{"- 1", false, 0},
+        SignedCase{"12x", true, 12}, SignedCase{"12:", true, 12}, SignedCase{"x", false, 0},
+        SignedCase{"", false, 0}, SignedCase{" +7]", true, 7}, SignedCase{"-1", true, -1},
+        SignedCase{"-0", true, 0}, SignedCase{"007", true, 7}, SignedCase{"- 1", false, 0},
         SignedCase{"2147483647", true, 2147483647}, SignedCase{"2147483648", false, 2147483647},
         SignedCase{"-2147483648", true, -2147483647 - 1},
         SignedCase{"-2147483649", false, -2147483647 - 1},
         SignedCase{"99999999999", false, 2147483647},
         SignedCase{"-99999999999999999999999", false, -2147483647 - 1}));
+
+TEST(ParseSigned, TakesTheBaseThatItIsGiven) {
+  std::int32_t value = 0;
+  for (const int base : {2, 9, 10, 11, 16, 36}) {
+    EXPECT_TRUE(parseSigned("10", value, base));
+    EXPECT_EQ(value, base);
+  }
+  EXPECT_TRUE(parseSigned("f", value, 16));
+  EXPECT_EQ(value, 15);
+  EXPECT_TRUE(parseSigned("010", value, 0));
+  EXPECT_EQ(value, 8);
+  EXPECT_TRUE(parseSigned("-0x1F", value, 0));
+  EXPECT_EQ(value, -31);
+}
 
 TEST(ParseSigned, NeverReadsPastTheView) {
   const std::string digits = "123456";
@@ -122,6 +137,8 @@ TEST(ParseWholeUnsigned, WantsNothingAfterTheDigits) {
   EXPECT_EQ(value, 9U);
   EXPECT_TRUE(parseWholeUnsigned("007", value));
   EXPECT_EQ(value, 7U);
+  EXPECT_TRUE(parseWholeUnsigned("010", value));
+  EXPECT_EQ(value, 10U);
   EXPECT_TRUE(parseWholeUnsigned("-4", value));
   EXPECT_EQ(value, 4294967292U);
   EXPECT_FALSE(parseWholeUnsigned("5 ", value));

@@ -4,30 +4,40 @@
 #include <vector>
 
 #include "app/text_stream.h"
+#include "support/texts.h"
 
 namespace quenfold {
 namespace {
 
 using Chunks = std::vector<std::string>;
 
+/// Keeps the chunks apart.
+class ChunkStream final : public TextStream {
+ public:
+  [[nodiscard]] const Chunks& chunks() const { return chunks_; }
+
+ private:
+  void handOn(std::string_view chunk) override { chunks_.emplace_back(chunk); }
+
+  Chunks chunks_;
+};
+
 TEST(TextStream, HandsOnPiecesInOrder) {
-  Chunks chunks;
-  TextStream out([&](std::string_view chunk) { chunks.emplace_back(chunk); });
+  ChunkStream out;
   out.append("ab");
   out.append("");
   out.append("c");
-  EXPECT_TRUE(chunks.empty());
+  EXPECT_TRUE(out.chunks().empty());
   out.flush();
   out.flush();
-  EXPECT_EQ(chunks, Chunks{"abc"});
+  EXPECT_EQ(out.chunks(), Chunks{"abc"});
   EXPECT_EQ(out.size(), 3U);
 }
 
 TEST(TextStream, LosesNothingWherePiecesMeetTheEndOfAChunk) {
   for (const std::size_t length : {1U, 7U, 65535U, 65536U, 65537U, 200000U}) {
-    std::string text;
     std::string expected;
-    TextStream out([&](std::string_view chunk) { text += chunk; });
+    test::StringStream out;
     while (expected.size() < 400000) {
       const std::string piece(length, static_cast<char>('a' + expected.size() % 26));
       expected += piece + '.';
@@ -35,7 +45,7 @@ TEST(TextStream, LosesNothingWherePiecesMeetTheEndOfAChunk) {
       out.append(".");
     }
     out.flush();
-    EXPECT_EQ(text, expected) << length;
+    EXPECT_EQ(out.text(), expected) << length;
     EXPECT_EQ(out.size(), expected.size());
   }
 }

@@ -40,6 +40,12 @@ TEST(JsonGetString, TakesTheFirstMemberUpToAZeroByte) {
   EXPECT_EQ(jsonGetString(Parsed("{\"a\":\"\xff\xfe\"}").root, "a"), "\xff\xfe");
 }
 
+TEST(FindMember, FindsNothingInAValueThatIsNoObject) {
+  for (const char* json : {"[]", R"(["a"])", "5", R"("a")", "null", "{}"}) {
+    EXPECT_EQ(findMember(Parsed(json).root, "a"), nullptr) << json;
+  }
+}
+
 TEST(JsonGetInt, ChecksInOrder) {
   EXPECT_EQ(intMessage("[1]", "id"), "jsonGetInt passed non-object");
   EXPECT_EQ(intMessage("{}", "id"), "id not found");

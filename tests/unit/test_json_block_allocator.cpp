@@ -9,6 +9,7 @@
 
 #include "json/block_allocator.h"
 #include "support/failing_malloc.h"
+#include "support/heap.h"
 
 namespace quenfold {
 namespace {
@@ -65,6 +66,31 @@ TEST(BlockAllocator, ALargeRequestLeavesTheBlockInUse) {
   EXPECT_EQ(addressOf(blocks.allocate(1)), first + 1);
 }
 
+TEST(BlockAllocator, MoreThanAnEighthOfABlockGetsMemoryOfItsOwn) {
+  constexpr std::size_t kEighth = kBlockSize / 8;
+  BlockAllocator blocks(kBlockSize);
+  std::uintptr_t last = 0;
+  for (std::size_t used = 0; used < kBlockSize - 64; used += 64) {
+    last = addressOf(blocks.allocate(64));
+  }
+  EXPECT_NE(addressOf(blocks.allocate(kEighth + 1)), last + 64) << "it does not fit";
+  EXPECT_EQ(addressOf(blocks.allocate(32)), last + 64) << "the block is still in use";
+  const std::uintptr_t eighth = addressOf(blocks.allocate(kEighth));
+  EXPECT_EQ(addressOf(blocks.allocate(32)), eighth + kEighth) << "a new block is in use";
+}
+
+TEST(BlockAllocator, GivesEveryBlockBack) {
+  const std::size_t before = test::heapInUse();
+  {
+    BlockAllocator blocks(test::kLarge);
+    for (const std::size_t part : {16U, 9U, 8U, 1U}) {
+      EXPECT_NE(blocks.allocate(test::kLarge / part), nullptr);
+      EXPECT_NE(blocks.allocate(1), nullptr);
+    }
+  }
+  EXPECT_EQ(test::heapInUse(), before);
+}
+
 TEST(BlockAllocator, FillsABlockToItsEnd) {
   BlockAllocator blocks(kBlockSize);
   const std::uintptr_t first = addressOf(blocks.allocate(64));
@@ -81,8 +107,11 @@ TEST(BlockAllocator, GivesNothingWithoutMemoryAndGoesOnAfterwards) {
     const test::FailingMalloc exhausted(0);
     EXPECT_EQ(blocks.allocate(1), nullptr);
     EXPECT_EQ(blocks.allocate(kBlockSize), nullptr);
+    EXPECT_EQ(blocks.allocate(1), nullptr);
   }
-  EXPECT_EQ(blocks.allocate(std::numeric_limits<std::size_t>::max()), nullptr);
+  for (std::size_t less = 0; less < 64; ++less) {
+    EXPECT_EQ(blocks.allocate(std::numeric_limits<std::size_t>::max() - less), nullptr) << less;
+  }
   EXPECT_NE(blocks.allocate(1), nullptr);
 }
 

@@ -44,6 +44,7 @@ TEST(IntValues, TakeEveryChild) {
 
 TEST(ToUint, CutsTowardZeroAndSaturates) {
   EXPECT_EQ(toUint32(2.9), 2U);
+  EXPECT_EQ(toUint32(1), 1U);
   EXPECT_EQ(toUint32(-0.9), 0U);
   EXPECT_EQ(toUint32(-5), 0U);
   EXPECT_EQ(toUint32(4294967295.0), 4294967295U);

@@ -6,6 +6,7 @@
 #include "json/cjson_handle.h"
 #include "support/cjson_trees.h"
 #include "support/failing_malloc.h"
+#include "support/heap.h"
 
 namespace quenfold {
 namespace {
@@ -69,6 +70,14 @@ TEST(ParseCJson, DocumentsLiveSideBySideAndWithoutTheirTexts) {
   first.reset();
   EXPECT_EQ(test::printCJson(*second), "{\n\t\"c\":\t[\"three\", 3]\n}");
   EXPECT_EQ(test::printCJson(*built), "\"built\"");
+}
+
+TEST(ParseCJson, ADocumentThatIsGivenUpFreesItsBlocks) {
+  const std::size_t before = test::heapInUse();
+  CJsonDocument document = parseCJson("[\"" + std::string(test::kLarge, 'x') + "\"]");
+  EXPECT_NE(document, nullptr);
+  document.reset();
+  EXPECT_EQ(test::heapInUse(), before);
 }
 
 }  // namespace

@@ -1,10 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <limits>
+#include <new>
 #include <stdexcept>
 #include <string>
 
 #include "json/document.h"
+#include "support/heap.h"
 #include "support/scratch.h"
 
 namespace quenfold {
@@ -32,6 +35,67 @@ TEST(JsonLibrary, PutsEverythingOnEightBytes) {
 TEST(JsonAllocator, GivesNothingForNothingAndFreesWhatIsResizedToIt) {
   EXPECT_EQ(JsonAllocator::Malloc(0), nullptr);
   EXPECT_EQ(JsonAllocator::Realloc(JsonAllocator::Malloc(8), 8, 0), nullptr);
+}
+
+TEST(JsonAllocator, GivesMemoryBack) {
+  const std::size_t before = test::heapInUse();
+  JsonAllocator::Free(JsonAllocator::Malloc(test::kLarge));
+  EXPECT_EQ(test::heapInUse(), before);
+  EXPECT_EQ(JsonAllocator::Realloc(JsonAllocator::Malloc(test::kLarge), test::kLarge, 0), nullptr);
+  EXPECT_EQ(test::heapInUse(), before);
+}
+
+TEST(JsonAllocator, ThrowsWithoutMemory) {
+  constexpr std::size_t kTooMuch = std::numeric_limits<std::size_t>::max() / 2;
+  EXPECT_THROW(JsonAllocator::Malloc(kTooMuch), std::bad_alloc);
+}
+
+TEST(PrettyJsonWriter, WritesMembersOnLinesAndListsOnOne) {
+  JsonBuffer buffer;
+  PrettyJsonWriter writer(buffer);
+  writer.StartObject();
+  writeKey(writer, "plain");
+  writeString(writer, "text");
+  writeKey(writer, "");
+  writer.StartArray();
+  writeString(writer, "a");
+  writeString(writer, "");
+  writeString(writer, "b\n");
+  writer.EndArray();
+  writeKey(writer, "q\"");
+  writer.Int(7);
+  writer.EndObject();
+  EXPECT_EQ(textOf(buffer), R"({
+    "plain": "text",
+    "": ["a", "", "b\n"],
+    "q\"": 7
+})");
+}
+
+/// What a handler of events is told before the first and after the last.
+struct PlaceHandler : rapidjson::BaseReaderHandler<JsonEncoding, PlaceHandler> {
+  explicit PlaceHandler(const std::string& parsed) : text(parsed) {}
+  void parseFrom(char** newPlace) { place = newPlace; }
+  bool EndObject(rapidjson::SizeType /*members*/) {  // NOLINT(readability-identifier-naming)
+    sizeWhileParsing = text.size();
+    rest = *place;
+    return true;
+  }
+
+  const std::string& text;
+  char** place = nullptr;
+  std::size_t sizeWhileParsing = 0;
+  std::string rest;
+};
+
+TEST(ParseJsonEvents, TellsThePlaceAndPadsTheTextMeanwhile) {
+  std::string text = R"({"a":[]}  )";
+  PlaceHandler handler(text);
+  EXPECT_TRUE(parseJsonEvents(text, handler));
+  EXPECT_EQ(handler.rest, "}  ");
+  EXPECT_EQ(handler.sizeWhileParsing, 10 + kScanPadding);
+  EXPECT_EQ(handler.place, nullptr);
+  EXPECT_EQ(text.size(), 10U);
 }
 
 TEST(TextOf, AllocatesNothingForAFullBuffer) {

@@ -2,6 +2,7 @@
 
 #include "json/document.h"
 #include "json/escape.h"
+#include "support/cjson_trees.h"
 #include "support/compact_json.h"
 #include "support/texts.h"
 
@@ -9,7 +10,7 @@ namespace quenfold {
 namespace {
 
 std::string escaped(std::string_view text) {
-  return test::textOf([&](TextStream& out) { appendEscaped(out, text); });
+  return test::textOf([&](TextStream& out) { appendEscaped(out, text, kRapidJsonDigits); });
 }
 
 TEST(AppendEscaped, EscapesWhatJsonDemands) {
@@ -29,7 +30,20 @@ TEST(AppendEscaped, SpellsEveryByteAsTheWriterDoes) {
     const std::string text = {'x', static_cast<char>(byte), 'y'};
     const JsonValue value(rapidjson::StringRef(text.data(), text.size()));
     EXPECT_EQ('"' + escaped(text) + '"', test::compactJson(value)) << byte;
-    EXPECT_EQ(needsEscape(static_cast<char>(byte)), escaped(text) != text) << byte;
+    EXPECT_EQ(endsPlainRun(static_cast<char>(byte)), escaped(text) != text) << byte;
+  }
+}
+
+std::string escapedAsCJson(std::string_view text) {
+  std::string out;
+  appendEscaped(out, text, kCJsonDigits);
+  return out;
+}
+
+TEST(AppendEscaped, SpellsEveryByteAsCJsonDoes) {
+  for (int byte = 1; byte < 256; ++byte) {
+    const std::string text = {'x', static_cast<char>(byte), 'y'};
+    EXPECT_EQ('"' + escapedAsCJson(text) + '"', test::printCJson(*test::cjsonString(text))) << byte;
   }
 }
 

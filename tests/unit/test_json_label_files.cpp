@@ -20,7 +20,11 @@ using Entries = std::map<std::string, std::string>;
 Entries portsOf(std::string_view json, bool reverse = false, const DeviceMapper& mapper = nullptr) {
   const test::ScratchFolder scratch;
   const PortLabelMap labels = loadPortLabels(scratch.file("ports.json", json), reverse, mapper);
-  return {labels.begin(), labels.end()};
+  Entries entries;
+  for (const auto& [key, label] : labels.entries()) {
+    EXPECT_TRUE(entries.emplace(key, label).second) << key;
+  }
+  return entries;
 }
 
 std::string deviceMessage(std::string_view json) {
@@ -97,21 +101,22 @@ TEST(PortLabelMap, FindsByAView) {
   labels.assign("key", "first");
   labels.assign("key", "second");
   EXPECT_FALSE(labels.empty());
-  ASSERT_NE(labels.find(std::string_view("keys", 3)), labels.end());
-  EXPECT_EQ(labels.find("key")->second, "second");
-  EXPECT_EQ(labels.find("keys"), labels.end());
+  EXPECT_EQ(labels.size(), 1U);
+  ASSERT_NE(labels.find(std::string_view("keys", 3)), nullptr);
+  EXPECT_EQ(*labels.find("key"), "second");
+  EXPECT_EQ(labels.find("keys"), nullptr);
 }
 
 TEST(PortLabelMap, KeepsItsTextsWhereverItIsMoved) {
   PortLabelMap labels;
   labels.assign(labels.keepJoined("dev", ".in.3"), labels.keep("Vox"));
   PortLabelMap moved = std::move(labels);
-  EXPECT_EQ(moved.find("dev.in.3")->second, "Vox");
+  EXPECT_EQ(*moved.find("dev.in.3"), "Vox");
   PortLabelMap assigned;
   assigned.assign("other", "");
   assigned = std::move(moved);
-  EXPECT_EQ(assigned.find("dev.in.3")->second, "Vox");
-  EXPECT_EQ(assigned.find("other"), assigned.end());
+  EXPECT_EQ(*assigned.find("dev.in.3"), "Vox");
+  EXPECT_EQ(assigned.find("other"), nullptr);
 }
 
 TEST(LoadPortLabels, ReportsEachFault) {
@@ -134,6 +139,28 @@ TEST(LoadPortLabels, TheFirstSectionOfTheRootCounts) {
   EXPECT_EQ(portMessage(R"({"portLabels": "text"})"), "portLabels is not object");
   EXPECT_EQ(portMessage(R"({"more": {"portLabels": {}}})"), "portLabels not found");
   EXPECT_EQ(portMessage(R"([{"portLabels": {}}])"), "loadPortLabels root is not object");
+}
+
+TEST(LoadPortLabels, KeepsTheOrderAndFindsEachOfMany) {
+  std::string json = R"({"portLabels": {"p.0": "again")";
+  for (int i = 1; i < 1000; ++i) {
+    json += ", \"p." + std::to_string(i) + "\": \"L" + std::to_string(i) + "\"";
+  }
+  const test::ScratchFolder scratch;
+  const std::string path = scratch.file("ports.json", json + R"(, "p.0": "L0"}})");
+  const PortLabelMap labels = loadPortLabels(path, false, nullptr);
+  ASSERT_EQ(labels.size(), 1000U);
+  for (int i = 0; i < 1000; ++i) {
+    EXPECT_EQ(labels.entries()[static_cast<std::size_t>(i)].key, "p." + std::to_string(i));
+    EXPECT_EQ(*labels.find("p." + std::to_string(i)), "L" + std::to_string(i));
+  }
+}
+
+TEST(LoadPortLabels, ReportsNoStringOnlyWhereTheFileIsJson) {
+  EXPECT_EQ(portMessage(R"({"portLabels": {"a": 1, "b": "2"}})"),
+            "portLabel entry value is not string");
+  EXPECT_EQ(portMessage(R"({"portLabels": {"a": 1, "b": "2"}, })"),
+            "loadPortLabels root is not object");
 }
 
 TEST(LoadPortLabels, EveryEntryIsAString) {

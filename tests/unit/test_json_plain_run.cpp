@@ -24,6 +24,7 @@ TEST(PlainRun, EndsAtTheCharactersThatJsonTakesForMore) {
     for (std::size_t position = 0; position < 40; ++position) {
       std::string text = textWith(position, odd);
       const std::size_t expected = ends ? position : text.size();
+      EXPECT_EQ(plainRunLength(text), expected) << value;
       EXPECT_EQ(isPlainRun(text), !ends) << value;
       text.resize(text.size() + kScanPadding);
       EXPECT_EQ(plainRunEnd(text.data()) - text.data(), static_cast<std::ptrdiff_t>(expected));
@@ -33,10 +34,18 @@ TEST(PlainRun, EndsAtTheCharactersThatJsonTakesForMore) {
   }
 }
 
+TEST(PlainRun, EndsWithTheTextThatItFills) {
+  const std::string text = "0123456789abcdef0123\"";
+  for (std::size_t length = 0; length < text.size(); ++length) {
+    EXPECT_EQ(plainRunLength(std::string_view(text).substr(0, length)), length);
+  }
+}
+
 TEST(PlainRun, EndsAtTheFirstOfSeveral) {
   const std::string text = std::string("ab\"\\\x1f\x01") + std::string(kScanPadding, '\0');
   EXPECT_EQ(plainRunEnd(text.data()) - text.data(), 2);
   EXPECT_EQ(plainRunEndByWords(text.data()) - text.data(), 2);
+  EXPECT_EQ(plainRunLength(text), 2U);
 }
 
 std::string stringOf(std::string json) {

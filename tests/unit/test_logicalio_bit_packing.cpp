@@ -60,6 +60,7 @@ TEST(ParseBitPacking, ReadsWidthsAsTheNumberParserDoes) {
   EXPECT_EQ(shown("${a, 3x}"), "$a:3<<0&7");
   EXPECT_EQ(shown("${a,+3}"), "$a:3<<0&7");
   EXPECT_EQ(shown("${a,0}"), "$a:0<<0&0");
+  EXPECT_EQ(shown("${a,010}"), "$a:10<<0&1023");
   EXPECT_EQ(shown("${a,1,2}"), "$a:1<<0&1");
   EXPECT_EQ(shown("${,1}"), "$:1<<0&1");
   EXPECT_EQ(shown("${a,4294967295}"), "$a:4294967295<<0&4294967295");
@@ -90,6 +91,22 @@ TEST(WriteBitPacking, IsTheReverseOfReading) {
 
 TEST(WriteBitPacking, WritesNothingForAnUntypedToken) {
   EXPECT_EQ(writeBitPacking({makeLiteralToken("a"), BitPackToken{}, makeLiteralToken("b")}), "ab");
+}
+
+TEST(MakeLiteralToken, TakesNoBits) {
+  const BitPackToken token = makeLiteralToken("ab");
+  EXPECT_EQ(token.kind, BitPackKind::kLiteral);
+  EXPECT_EQ(token.text, "ab");
+  EXPECT_EQ(token.bits, 0U);
+  EXPECT_EQ(token.mask, 0U);
+  EXPECT_EQ(token.shift, 0U);
+}
+
+TEST(BitPackKind, HasTheDefinedNumbers) {
+  EXPECT_EQ(static_cast<std::uint32_t>(BitPackKind::kLiteral), 0U);
+  EXPECT_EQ(static_cast<std::uint32_t>(BitPackKind::kReference), 1U);
+  EXPECT_EQ(static_cast<std::uint32_t>(BitPackKind::kNumber), 2U);
+  EXPECT_EQ(static_cast<std::uint32_t>(BitPackKind::kUntyped), 3U);
 }
 
 TEST(MakeFieldToken, KnowsTwoTypes) {

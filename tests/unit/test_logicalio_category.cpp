@@ -54,6 +54,8 @@ TEST(ReadCatEntry, KeepsTextsAsTheyAre) {
   EXPECT_EQ(read("-5"), "<-5>");
 }
 
+TEST(CatEntry, IsTheNumber0UntilItIsSet) { EXPECT_EQ(shown({CatEntry()}), "<0>"); }
+
 TEST(ReadCatEntry, ReportsEachFault) {
   const auto message = [](const cJSON* value) {
     return test::messageOf([&] { readCatEntry(value); });

@@ -299,6 +299,14 @@ TEST(PortDictFromJson, NamesTheSlotsThatAreNotListed) {
   EXPECT_EQ(test::jsonOf(withLayout("#{ch,1}").slot), "[[0, \"slot0\"]]");
 }
 
+TEST(PortDictFromJson, NoSlotBeyondTheWidthHasAName) {
+  // The slot takes in the upper half of the number: its id is 255, 256 and 257.
+  const PortDict dict = withLayout("${slot,8}#{ch,24}");
+  EXPECT_EQ(dict.unpackToPortKey(0xFF000003), "d.slot255.in[0].t.ch3");
+  EXPECT_EQ(dict.unpackToPortKey(0x100000003), "d..in[0].t.ch3");
+  EXPECT_EQ(dict.unpackToPortKey(0x101000003), "d..in[0].t.ch3");
+}
+
 TEST(PortDictFromJson, AnAbsurdSlotWidthFillsNoMemory) {
   const PortDict wide = withLayout("${slot,31}");
   EXPECT_LE(wide.slot.size(), 65536U);

@@ -28,6 +28,10 @@ TEST(ScanPortKey, ReadsTheSixFields) {
   EXPECT_EQ(test::printPortKey(*key), "devA.slot0.in[12].mic.ch3");
 }
 
+TEST(PortKeyText, IsClearUntilItIsScanned) {
+  EXPECT_EQ(test::printPortKey(PortKeyText()), "..[0]..ch0");
+}
+
 TEST(ScanPortKey, TakesAnyCharactersInTexts) {
   const auto key = scanPortKey("d [1]. .a.b c[ +7].t y.ch \t-2 rest.of[it]");
   ASSERT_TRUE(key);
@@ -90,6 +94,18 @@ TEST(IdKey, IsHexadecimalInUpperCase) {
   const PortKeyIds ids = {0xABCDEF, 3, 4294967295U, 1, 0, 26};
   EXPECT_EQ(printIdKey(ids), "1A.0.1[FFFFFFFF].3.ABCDEF");
   EXPECT_EQ(scanIdKey("1A.0.1[FFFFFFFF].3.ABCDEF"), ids);
+}
+
+TEST(IdKey, HoldsTheLargestNumbers) {
+  PortKeyIds ids{};
+  ids.fill(4294967295U);
+  EXPECT_EQ(printIdKey(ids), "FFFFFFFF.FFFFFFFF.FFFFFFFF[FFFFFFFF].FFFFFFFF.FFFFFFFF");
+  EXPECT_EQ(scanIdKey(printIdKey(ids)), ids);
+}
+
+TEST(IdKey, ANegativeNumberOf32BitsWraps) {
+  EXPECT_EQ(scanIdKey("-1.-FFFFFFFE.-FFFFFFFF[-100000000].0.-0"),
+            (PortKeyIds{0, 0, 4294967295U, 1, 2, 4294967295U}));
 }
 
 TEST(IdKey, FieldsFromTheFirstFaultOnAre0) {

@@ -294,6 +294,12 @@ TEST(UnpackLogicalIO, CategoriesBeyondSixAreDropped) {
             R"(["1","2","3","4","5","-6"])");
 }
 
+TEST(UnpackLogicalIO, ACategoryMayBeALongText) {
+  const std::string text(100, 'c');
+  EXPECT_EQ(memberOf(R"({"id": 8, "name": "A", "category": [")" + text + "\"]}", "category"),
+            "[\"" + text + R"(","","","","",""])");
+}
+
 TEST(UnpackLogicalIO, PadsThePortsToTheLevelKeys) {
   EXPECT_EQ(memberOf(R"({"id": 7, "port": [5]})", "val"), R"(["d.s.p[1].t.ch1",""])");
   EXPECT_EQ(memberOf(R"({"id": 7, "port": []})", "val"), R"(["",""])");

@@ -11,13 +11,18 @@
 namespace quenfold::packing {
 namespace {
 
+/// Inserts a port whose place has to be searched.
+void addLonePort(DeviceList& devices, std::string_view port) {
+  PortCursor cursor;
+  addPort(devices, cursor, port);
+}
+
 /// The tree keeps views into its port strings.
 class PortTexts {
  public:
   template <typename... Arguments>
-  SplitPort split(fmt::format_string<Arguments...> pattern, Arguments&&... arguments) {
-    return splitPort(
-        texts_.emplace_back(fmt::format(pattern, std::forward<Arguments>(arguments)...)));
+  std::string_view keep(fmt::format_string<Arguments...> pattern, Arguments&&... arguments) {
+    return texts_.emplace_back(fmt::format(pattern, std::forward<Arguments>(arguments)...));
   }
 
  private:
@@ -27,7 +32,7 @@ class PortTexts {
 DeviceList treeOf(std::initializer_list<std::string_view> ports) {
   DeviceList devices;
   for (const std::string_view port : ports) {
-    addPort(devices, splitPort(port));
+    addLonePort(devices, port);
   }
   return devices;
 }
@@ -76,7 +81,7 @@ TEST(AddPort, AppendsWhatIsNewInInputOrder) {
 
 TEST(AddPort, KeepsDeviceAndSlotOfABadPort) {
   DeviceList devices;
-  EXPECT_EQ(test::messageOf([&] { addPort(devices, splitPort("D.S.in.t.ch1")); }),
+  EXPECT_EQ(test::messageOf([&] { addLonePort(devices, "D.S.in.t.ch1"); }),
             "PortString '[' not found");
   ASSERT_EQ(devices.size(), 1U);
   ASSERT_EQ(devices[0].slots.size(), 1U);
@@ -156,7 +161,7 @@ TEST(PortCursor, CutsWhatFollowsTheSameSlot) {
 TEST(AddChannel, ReportsADuplicateAndKeepsOne) {
   DeviceList devices = treeOf({"F1.s1.in[3].audio.ch1", "F1.s1.in[3].audio.ch2"});
   const std::string warning =
-      test::standardErrorOf([&] { addPort(devices, splitPort("F1.s1.in[3].audio.ch2")); });
+      test::standardErrorOf([&] { addLonePort(devices, "F1.s1.in[3].audio.ch2"); });
   EXPECT_EQ(warning, "Duplicate channel in 2(F1.s1.in[3].audio.2). Channels=1,2,");
   EXPECT_EQ(devices[0].slots[0].ports[0].types[0].channels.size(), 2U);
 }
@@ -164,7 +169,7 @@ TEST(AddChannel, ReportsADuplicateAndKeepsOne) {
 TEST(AddChannel, NamesThePortPartAsItWasWritten) {
   DeviceList devices = treeOf({"F.s.in[ 03x].t.ch-1"});
   const std::string warning =
-      test::standardErrorOf([&] { addPort(devices, splitPort("F.s.in[3].t.ch-1zz")); });
+      test::standardErrorOf([&] { addLonePort(devices, "F.s.in[3].t.ch-1zz"); });
   EXPECT_EQ(warning, "Duplicate channel in -1(F.s.in[3].t.-1). Channels=-1,");
 }
 
@@ -227,8 +232,8 @@ TEST(PackTree, FindsPortsAmongMany) {
   DeviceList devices;
   for (int round = 0; round < 2; ++round) {
     for (int id = kPorts; id > 0; --id) {
-      addPort(devices, texts.split("d.s.in[{}].a.ch{}", id, round));
-      addPort(devices, texts.split("d.s.out[{}].a.ch{}", id, round));
+      addLonePort(devices, texts.keep("d.s.in[{}].a.ch{}", id, round));
+      addLonePort(devices, texts.keep("d.s.out[{}].a.ch{}", id, round));
     }
   }
   PackSlot& slot = *devices.begin()->slots.begin();
@@ -246,12 +251,12 @@ TEST(PackTree, GrowsInEveryList) {
   PortTexts texts;
   DeviceList devices;
   for (int i = 0; i < kMany; ++i) {
-    addPort(devices, texts.split("d{}.s.in[1].a.ch1", i));
-    addPort(devices, texts.split("d.s{}.in[1].a.ch1", i));
-    addPort(devices, texts.split("d.s.p{}[1].a.ch1", i));
-    addPort(devices, texts.split("d.t.in[1].a{}.ch1", i));
-    addPort(devices, texts.split("d.u.in[1].a.ch{}", i));
-    addPort(devices, texts.split("d.v.in[{}].a.ch{}", i % 5000, i));
+    addLonePort(devices, texts.keep("d{}.s.in[1].a.ch1", i));
+    addLonePort(devices, texts.keep("d.s{}.in[1].a.ch1", i));
+    addLonePort(devices, texts.keep("d.s.p{}[1].a.ch1", i));
+    addLonePort(devices, texts.keep("d.t.in[1].a{}.ch1", i));
+    addLonePort(devices, texts.keep("d.u.in[1].a.ch{}", i));
+    addLonePort(devices, texts.keep("d.v.in[{}].a.ch{}", i % 5000, i));
   }
   EXPECT_EQ(devices.size(), kMany + 1U);
   PackDevice& device = devices.findOrAppend(std::string_view("d"), [] { return PackDevice(); });
