@@ -21,8 +21,8 @@ namespace {
 
 /// Byte counts as the conversions return them: modulo 2^32.
 struct RunSizes {
-  std::uint32_t input = 0;
-  std::uint32_t output = 0;
+  std::uint32_t input;
+  std::uint32_t output;
 };
 
 std::string firstOrEmpty(const std::vector<std::string>& names) {
@@ -87,7 +87,7 @@ void runLogicalIO(const Options& options) {
   const TimePoint runStart = now();
   TimePoint stageStart = runStart;
   reportMode("Bit-Pack Velmora Database", options.pack);
-  RunSizes sizes;
+  RunSizes sizes{};
   if (options.pack) {
     sizes = packLogicalIO(options, stageStart);
   } else {

@@ -19,9 +19,10 @@
 namespace quenfold {
 namespace {
 
-constexpr std::size_t kChunk = 64UL * 1024;
+constexpr std::size_t kChunk = 65536;
 // Left behind a text, so that whoever pads it need not move it.
 constexpr std::size_t kSpareRoom = 16;
+constexpr int kFailed = -1;  // what a system call answers then; no descriptor
 constexpr std::string_view kStandardInput = "standard input";
 constexpr std::string_view kStandardOutput = "standard output";
 
@@ -29,7 +30,7 @@ constexpr std::string_view kStandardOutput = "standard output";
 template <typename Call>
 auto uninterrupted(Call call) {
   auto result = call();
-  while (result == -1 && errno == EINTR) {
+  while (result == kFailed && errno == EINTR) {
     result = call();
   }
   return result;
@@ -51,7 +52,7 @@ class OpenFile {
           constexpr mode_t kEverybody = 0666;                        // less the umask
           return open(path.c_str(), flags | O_CLOEXEC, kEverybody);  // NOLINT(*-vararg)
         })) {
-    if (descriptor_ == -1) {
+    if (descriptor_ == kFailed) {
       throwIfOutOfMemory();
       throw runtimeError("error while opening file: {}", path);
     }
@@ -65,8 +66,8 @@ class OpenFile {
   /// Whether the system took over all that was written.
   bool close() {
     const int descriptor = descriptor_;
-    descriptor_ = -1;
-    return descriptor == -1 || ::close(descriptor) == 0;
+    descriptor_ = kFailed;
+    return descriptor == kFailed || ::close(descriptor) == 0;
   }
 
  private:
@@ -102,18 +103,17 @@ void readToEnd(int descriptor, std::string& text, std::string_view name) {
   }
 }
 
-/// Makes room for a regular file at once; what has no size (a pipe, a device) grows as it comes.
+/// Makes room for a file at once; what says it has no size (a pipe, a device) grows as it comes.
 void reserveForFile(int descriptor, std::string& text, const std::string& path) {
   struct stat status = {};
-  if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
-    return;
-  }
+  static_cast<void>(fstat(descriptor, &status));  // no size either when it fails
   const auto size = static_cast<std::uint64_t>(status.st_size);
   requireSize(size, path);
-  if (size > text.max_size() - kSpareRoom) {
+  const std::uint64_t room = size + kSpareRoom;
+  if (room > text.max_size()) {
     throw std::bad_alloc();
   }
-  text.reserve(static_cast<std::size_t>(size) + kSpareRoom);
+  text.reserve(static_cast<std::size_t>(room));
 }
 
 /// Whether the system accepted every byte, however small its bites.

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -31,7 +32,7 @@ class IndexedList {
 
   /// The new item; valid until the next append. Its key must not be in the list yet.
   Item& append(Item item) {
-    const std::uint32_t hash = index_ ? spreadHash(std::invoke(keyOf, item)) : 0;
+    const std::uint32_t hash = index_ ? spreadHash(std::invoke(keyOf, item)) : kNoHash;
     return appendHashed(std::move(item), hash);
   }
 
@@ -53,7 +54,9 @@ class IndexedList {
 
  private:
   static constexpr std::size_t kSearched = 16;
-  static constexpr unsigned kFirstBits = 6;  // more than twice the items of a short list
+  static constexpr std::uint32_t kNoHash = 0;  // where nobody asks for one
+  static constexpr unsigned kFirstBits = 6;
+  static_assert((std::size_t{1} << kFirstBits) > 2 * kSearched, "half of the first table is free");
   // As many small items as fit the smallest block that a 64-bit malloc hands out.
   static constexpr std::size_t kFirstItems = std::max<std::size_t>(2, 24 / sizeof(Item));
 
@@ -67,7 +70,7 @@ class IndexedList {
   struct Index {
     struct Place {
       std::uint32_t item = 0;  // position + 1, or 0 where free
-      std::uint32_t hash = 0;
+      std::uint32_t hash = kNoHash;
     };
     explicit Index(unsigned sizeBits) : places(std::size_t{1} << sizeBits), bits(sizeBits) {}
 
@@ -85,10 +88,10 @@ class IndexedList {
   template <typename Key>
   [[nodiscard]] Sought seek(const Key& key) const {
     if (!index_) {
-      return {searched(key), 0};
+      return {searched(key), kNoHash};
     }
     if (keyAt(index_->lastFound) == key) {
-      return {index_->lastFound, 0};
+      return {index_->lastFound, kNoHash};
     }
     const std::uint32_t hash = spreadHash(key);
     return {indexed(key, hash), hash};
@@ -111,7 +114,7 @@ class IndexedList {
   }
 
   [[nodiscard]] std::size_t firstPlace(std::uint32_t hash) const {
-    return hash >> (32 - index_->bits);
+    return hash >> (std::numeric_limits<std::uint32_t>::digits - index_->bits);
   }
 
   [[nodiscard]] std::size_t nextPlace(std::size_t place) const {

@@ -21,14 +21,14 @@ int main(int argc, char** argv) {
   takeWriteFailuresAsErrors();
   try {
     const std::optional<quenfold::Options> options = quenfold::parseOptions(argc, argv);
-    if (!options) {
+    if (options) {
+      quenfold::run(*options);
+    } else {
       quenfold::printUsage();
-      return 0;
     }
-    quenfold::run(*options);
-    return 0;
   } catch (const std::exception& failure) {
     std::cerr << failure.what() << std::endl;
     return 1;
   }
+  return 0;
 }

@@ -47,7 +47,7 @@ class TextStream {
   /// Gets the chunks in order and may throw.
   virtual void handOn(std::string_view chunk) = 0;
 
-  static constexpr std::size_t kChunk = 64UL * 1024;
+  static constexpr std::size_t kChunk = 65536;
 
   std::size_t used_ = 0;
   std::uint64_t total_ = 0;

@@ -15,7 +15,8 @@ namespace {
 /// Each node and each text on its own: the sanitizer sees where one ends.
 constexpr std::size_t kBlockSize = 0;
 #else
-constexpr std::size_t kBlockSize = std::size_t{64} * 1024;
+constexpr std::size_t kBlockSize = 65536;
+static_assert(kBlockSize % 16 == 0, "so that the end of a block is aligned for everything");
 #endif
 
 /// Where the tree that is being parsed goes. Process-wide because cJSON's hooks are, and hooks take

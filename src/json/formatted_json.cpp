@@ -13,7 +13,7 @@ namespace quenfold {
 namespace {
 
 constexpr std::size_t kTabs = 2;         // where they begin in the start of a member's line
-constexpr std::size_t kMostDigits = 20;  // of a 64-bit integer, the sign included
+constexpr std::size_t kMostDigits = 11;  // of a 32-bit integer, the sign included
 
 }  // namespace
 

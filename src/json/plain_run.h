@@ -1,7 +1,11 @@
 #pragma once
 
+#include <endian.h>
+
 #include <array>
+#include <climits>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -56,10 +60,8 @@ constexpr ScanWord plainRunEnds(ScanWord word) {
 inline ScanWord loadWord(const char* text) {
   ScanWord word = 0;
   std::memcpy(&word, text, sizeof word);
-#if __BYTE_ORDER__ == __ORDER_BIG_ENDIAN__
-  word = sizeof word == 8 ? __builtin_bswap64(word) : __builtin_bswap32(word);
-#endif
-  return word;
+  return static_cast<ScanWord>(sizeof word == 8 ? le64toh(word)
+                                                : le32toh(static_cast<std::uint32_t>(word)));
 }
 
 /// The first character from here on that ends the run; a zero byte does.
@@ -69,7 +71,7 @@ inline const char* plainRunEndByWords(const char* text) {
     text += sizeof ends;
     ends = plainRunEnds(loadWord(text));
   }
-  return text + __builtin_ctzll(ends) / 8;
+  return text + __builtin_ctzll(ends) / CHAR_BIT;
 }
 
 #ifdef __SSE2__
@@ -100,7 +102,7 @@ inline std::size_t plainRunLength(std::string_view text) {
   for (; text.size() - length >= sizeof(ScanWord); length += sizeof(ScanWord)) {
     const ScanWord ends = plainRunEnds(loadWord(text.data() + length));
     if (ends != 0) {
-      return length + static_cast<std::size_t>(__builtin_ctzll(ends)) / 8;
+      return length + static_cast<std::size_t>(__builtin_ctzll(ends)) / CHAR_BIT;
     }
   }
   while (length < text.size() && !endsPlainRun(text[length])) {

@@ -30,6 +30,12 @@ constexpr const char* kReading = "error while reading file: ";
 constexpr const char* kWriting = "error while writing file: ";
 constexpr const char* kCreating = "mkdir(";
 
+/// Why a system call fails.
+struct Reasons {
+  std::string_view name;
+  std::vector<int> errors;
+};
+
 /// One line of the table.
 struct Row {
   std::string kind;
@@ -59,12 +65,19 @@ class Injector {
   }
 
   void failSystemCalls() {
-    failCall("open", {{kOpening, kNoMemory}, false, true, ""}, true);
-    failCall("read", {{kReading, kNoMemory}, true, true, ""}, true);
-    failCall("write", {{kWriting}, false, false, ""}, true);
-    failCall("close", {{kWriting}, false, false, ""}, true);
-    failCall("stat", {{kCreating}, true, false, ""}, false);
-    failCall("mkdir", {{kCreating}, true, false, ""}, conversion_.createsFolder);
+    const Reasons refused = {"no space, I/O error, no access, no descriptor",
+                             {ENOSPC, EIO, EACCES, EMFILE}};
+    const Reasons exhausted = {"no memory", {ENOMEM}};
+    failCall("open", refused, {{kOpening}, false, true, ""}, true);
+    failCall("open", exhausted, {{kNoMemory}, false, false, ""}, true);
+    failCall("read", refused, {{kReading}, true, true, ""}, true);
+    failCall("read", exhausted, {{kNoMemory}, true, false, ""}, true);
+    for (const Reasons& reasons : {refused, exhausted}) {
+      failCall("write", reasons, {{kWriting}, false, false, ""}, true);
+      failCall("close", reasons, {{kWriting}, false, false, ""}, true);
+      failCall("stat", reasons, {{kCreating}, true, false, ""}, false);
+      failCall("mkdir", reasons, {{kCreating}, true, false, ""}, conversion_.createsFolder);
+    }
     Row interrupted{"interrupted call"};
     for (const std::string_view call : {"open", "read", "write"}) {
       sweep(interrupted, {call, "once", EINTR}, {});
@@ -141,10 +154,10 @@ class Injector {
     int error;
   };
 
-  void failCall(std::string_view call, const Expectation& expected, bool mustBeMet) {
-    Row row{fmt::format("{}: no space, I/O error, no access, no descriptor, no memory", call),
-            mustBeMet};
-    for (const int error : {ENOSPC, EIO, EACCES, EMFILE, ENOMEM}) {
+  void failCall(std::string_view call, const Reasons& reasons, const Expectation& expected,
+                bool mustBeMet) {
+    Row row{fmt::format("{}: {}", call, reasons.name), mustBeMet};
+    for (const int error : reasons.errors) {
       for (const std::string_view mode : {"once", "on"}) {
         sweep(row, {call, mode, error}, expected);
       }

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 
 #include "app/indexed_list.h"
@@ -90,6 +91,7 @@ TEST(IndexedList, TellsKeysOfOneHashApart) {
   constexpr int kCount = static_cast<int>(Colliding::kLast);
   for (int i = 0; i < kCount; ++i) {
     list.append(Colliding{i});
+    EXPECT_EQ(list.find(Colliding::kLast), nullptr) << i;
   }
   for (int i = 0; i < kCount; ++i) {
     const Colliding* const found = list.find(Colliding{i});
@@ -99,10 +101,11 @@ TEST(IndexedList, TellsKeysOfOneHashApart) {
   EXPECT_EQ(list.find(Colliding::kLast), nullptr);
 }
 
-/// A key that counts how often it is compared.
+/// A key that counts how often it is compared and hashed.
 struct CountedKey {
   std::int32_t value = 0;
   static inline std::size_t comparisons = 0;
+  static inline std::size_t hashes = 0;
 };
 
 bool operator==(const CountedKey& a, const CountedKey& b) {
@@ -110,7 +113,10 @@ bool operator==(const CountedKey& a, const CountedKey& b) {
   return a.value == b.value;
 }
 
-std::size_t hashOf(const CountedKey& key) { return quenfold::hashOf(key.value); }
+std::size_t hashOf(const CountedKey& key) {
+  ++CountedKey::hashes;
+  return quenfold::hashOf(key.value);
+}
 
 const CountedKey& itself(const CountedKey& key) { return key; }
 
@@ -128,6 +134,52 @@ TEST(IndexedList, ComparesAsOftenForEachOfManyItemsAsForEachOfFew) {
   };
   EXPECT_LE(comparisonsPerItem(1000), 10U);
   EXPECT_LE(comparisonsPerItem(100000), comparisonsPerItem(1000));
+}
+
+TEST(IndexedList, HashesNoKeyOfAShortListAndEachOfALongOneOnce) {
+  IndexedList<CountedKey, itself> list;
+  const auto appendOrFind = [&list](std::int32_t value) {
+    list.findOrAppend(CountedKey{value}, [value] { return CountedKey{value}; });
+  };
+  CountedKey::hashes = 0;
+  for (std::int32_t i = 1; i <= 16; ++i) {
+    appendOrFind(i);
+    EXPECT_NE(list.find(CountedKey{1}), nullptr);
+  }
+  EXPECT_EQ(CountedKey::hashes, 0U);
+  for (std::size_t i = 17; i <= 1000; ++i) {
+    appendOrFind(static_cast<std::int32_t>(i));
+    EXPECT_EQ(CountedKey::hashes, i);
+  }
+  appendOrFind(1000);
+  EXPECT_EQ(CountedKey::hashes, 1000U) << "the key found last";
+  appendOrFind(5);
+  appendOrFind(5);
+  EXPECT_EQ(CountedKey::hashes, 1001U) << "a key further back, then the one found last";
+}
+
+/// How many items the list takes before it moves the first.
+template <typename Item, auto keyOf>
+std::size_t firstRoom() {
+  IndexedList<Item, keyOf> list;
+  const Item* const first = &list.append(Item{0});
+  do {
+    list.append(Item{static_cast<char>(list.size())});
+  } while (&list[0] == first);
+  return list.size() - 1;
+}
+
+struct Large {
+  std::array<char, 32> key;
+};
+
+char itsFirst(const Large& item) { return item.key.front(); }
+
+char sameCharacter(char character) { return character; }
+
+TEST(IndexedList, MakesRoomForASmallestBlockOrForTwo) {
+  EXPECT_EQ((firstRoom<char, sameCharacter>()), 24U);
+  EXPECT_EQ((firstRoom<Large, itsFirst>()), 2U);
 }
 
 }  // namespace

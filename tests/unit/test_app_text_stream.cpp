@@ -34,6 +34,19 @@ TEST(TextStream, HandsOnPiecesInOrder) {
   EXPECT_EQ(out.size(), 3U);
 }
 
+TEST(TextStream, KeepsUpToAChunk) {
+  const std::string chunk(65536, 'x');
+  ChunkStream out;
+  out.append(chunk);
+  EXPECT_TRUE(out.chunks().empty());
+  out.append("y");
+  EXPECT_EQ(out.chunks(), Chunks{chunk});
+  out.append(chunk.substr(1));
+  EXPECT_EQ(out.chunks().size(), 1U) << "it fits what is left";
+  out.append(chunk + "z");
+  EXPECT_EQ(out.chunks(), (Chunks{chunk, 'y' + chunk.substr(1), chunk + "z"}));
+}
+
 TEST(TextStream, LosesNothingWherePiecesMeetTheEndOfAChunk) {
   for (const std::size_t length : {1U, 7U, 65535U, 65536U, 65537U, 200000U}) {
     std::string expected;

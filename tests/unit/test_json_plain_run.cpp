@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <string>
 
 #include "json/document.h"
@@ -38,6 +41,40 @@ TEST(PlainRun, EndsWithTheTextThatItFills) {
   const std::string text = "0123456789abcdef0123\"";
   for (std::size_t length = 0; length < text.size(); ++length) {
     EXPECT_EQ(plainRunLength(std::string_view(text).substr(0, length)), length);
+  }
+}
+
+/// A page behind which nothing may be read.
+class GuardedPage {
+ public:
+  GuardedPage()
+      : size_(static_cast<std::size_t>(sysconf(_SC_PAGESIZE))),
+        pages_(static_cast<char*>(
+            mmap(nullptr, 2 * size_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0))) {
+    mprotect(end(), size_, PROT_NONE);
+  }
+  ~GuardedPage() { munmap(pages_, 2 * size_); }
+  GuardedPage(const GuardedPage&) = delete;
+  GuardedPage& operator=(const GuardedPage&) = delete;
+
+  [[nodiscard]] char* end() const { return pages_ + size_; }
+
+ private:
+  std::size_t size_;
+  char* pages_;
+};
+
+TEST(PlainRun, ReadsNoFurtherThanItSays) {
+  const GuardedPage page;
+  for (std::size_t length = 0; length < 40; ++length) {
+    char* const text = page.end() - length;
+    std::fill(text, page.end(), 'a');
+    EXPECT_TRUE(isPlainRun({text, length}));
+    char* const padded = text - 1 - kScanPadding;
+    std::fill(padded, page.end(), 'a');
+    padded[length] = '\0';
+    EXPECT_EQ(plainRunEnd(padded), padded + length);
+    EXPECT_EQ(plainRunEndByWords(padded), padded + length);
   }
 }
 
