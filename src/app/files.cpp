@@ -103,10 +103,12 @@ void readToEnd(int descriptor, std::string& text, std::string_view name) {
   }
 }
 
-/// Makes room for a file at once; what says it has no size (a pipe, a device) grows as it comes.
+/// Makes room for a regular file at once; what has no size (a pipe, a device) grows as it comes.
 void reserveForFile(int descriptor, std::string& text, const std::string& path) {
   struct stat status = {};
-  static_cast<void>(fstat(descriptor, &status));  // no size either when it fails
+  if (fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+    return;
+  }
   const auto size = static_cast<std::uint64_t>(status.st_size);
   requireSize(size, path);
   const std::uint64_t room = size + kSpareRoom;

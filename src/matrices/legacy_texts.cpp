@@ -2,9 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <array>
-#include <charconv>
-
 #include "json/escape.h"
 #include "json/plain_run.h"
 #include "matrices/legacy_format.h"
@@ -28,10 +25,8 @@ class Separator {
 };
 
 void appendDecimal(TextStream& out, std::size_t number) {
-  constexpr std::size_t kLongest = 20;
-  std::array<char, kLongest> digits = {};
-  const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number);
-  out.append({digits.data(), static_cast<std::size_t>(end.ptr - digits.data())});
+  const fmt::format_int digits(number);
+  out.append({digits.data(), digits.size()});
 }
 
 void appendPlain(TextStream& out, std::string_view text) { out.append(text); }

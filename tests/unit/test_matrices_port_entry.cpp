@@ -55,6 +55,7 @@ TEST(PortEntry, LeavesEveryOtherSpellingAsItIs) {
                             R"(},{"label":"l","port":"p"})",
                             R"(},{"port":"p"})",
                             R"(},{"port":1,"label":"l"})",
+                            R"(},{"port":"p","Label":"l"})",
                             R"(},{"port":"p","label":1})",
                             R"(},{"port":"p","label":"l)",
                             R"(},{"port":"p","label":"l")",
