@@ -40,7 +40,8 @@ struct Reasons {
 struct Row {
   std::string kind;
   bool mustBeMet = true;
-  std::array<int, 4> counts{};  // by `Outcome`
+  std::array<int, 4> counts{};     // by `Outcome`
+  std::size_t fewestMessages = 0;  // of faults that must not be passed over
 
   [[nodiscard]] int runs() const { return counts[0] + counts[1] + counts[2] + counts[3]; }
 };
@@ -156,11 +157,15 @@ class Injector {
 
   void failCall(std::string_view call, const Reasons& reasons, const Expectation& expected,
                 bool mustBeMet) {
+    constexpr std::array<std::string_view, 2> kModes = {"once", "on"};
     Row row{fmt::format("{}: {}", call, reasons.name), mustBeMet};
     for (const int error : reasons.errors) {
-      for (const std::string_view mode : {"once", "on"}) {
+      for (const std::string_view mode : kModes) {
         sweep(row, {call, mode, error}, expected);
       }
+    }
+    if (call == "close") {  // only then is known whether an output took all that was written
+      row.fewestMessages = conversion_.outputs.size() * reasons.errors.size() * kModes.size();
     }
     finish(row);
   }
@@ -196,6 +201,11 @@ class Injector {
   void finish(const Row& row) {
     if (row.mustBeMet && row.runs() == 0) {
       fmt::print("DEFECT: {}, {}: never met\n", conversion_.name, row.kind);
+      sound_ = false;
+    }
+    if (static_cast<std::size_t>(row.counts[0]) < row.fewestMessages) {
+      fmt::print("DEFECT: {}, {}: {} messages, {} at least\n", conversion_.name, row.kind,
+                 row.counts[0], row.fewestMessages);
       sound_ = false;
     }
     if (row.runs() > 0) {
