@@ -109,7 +109,7 @@ TEST(BlockAllocator, GivesNothingWithoutMemoryAndGoesOnAfterwards) {
     EXPECT_EQ(blocks.allocate(kBlockSize), nullptr);
     EXPECT_EQ(blocks.allocate(1), nullptr);
   }
-  for (std::size_t less = 0; less < 64; ++less) {
+  for (std::size_t less = 0; less < alignof(std::max_align_t); ++less) {
     EXPECT_EQ(blocks.allocate(std::numeric_limits<std::size_t>::max() - less), nullptr) << less;
   }
   EXPECT_NE(blocks.allocate(1), nullptr);
