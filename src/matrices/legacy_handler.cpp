@@ -10,9 +10,9 @@ namespace quenfold::packing {
 namespace {
 
 /// By level, what opens the next one. From a port the way leads nowhere.
-constexpr std::array<rapidjson::Type, 6> kWayOn = {rapidjson::kObjectType, rapidjson::kObjectType,
-                                                   rapidjson::kArrayType,  rapidjson::kObjectType,
-                                                   rapidjson::kArrayType,  rapidjson::kObjectType};
+constexpr std::array kWayOn = {rapidjson::kObjectType, rapidjson::kObjectType,
+                               rapidjson::kArrayType,  rapidjson::kObjectType,
+                               rapidjson::kArrayType,  rapidjson::kObjectType};
 
 JsonValue textValue(std::string_view text) {
   return JsonValue(rapidjson::StringRef(text.data(), text.size()));

@@ -196,7 +196,7 @@ TEST(ExpandPortTree, RefusesNamesThatMultiplyBeyondTheLimit) {
 // After 8190 ports two of the 8192 are left for the names of both matrices, each with its serial.
 TEST(ExpandPortTree, CountsTheBytesOfNamesExactly) {
   constexpr std::size_t kMebi = 1048576;
-  constexpr std::size_t kLabelAndSerial = kMebi - 1 - 3 * 18;
+  constexpr std::size_t kLabelAndSerial = kMebi - 1 - 3UL * 18;
   const std::vector<DeviceLabel> devices = {{"D", std::string(kLabelAndSerial - 3, 'l'), "ser"}};
   const auto portsWith = [&](std::size_t otherType, const PortLabelMap& labels) {
     PortTypeGroup group = groupOf({1, 8190}, {1, 1});

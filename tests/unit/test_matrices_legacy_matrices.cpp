@@ -95,6 +95,23 @@ TEST(LegacyMatrices, SkipsWhatHasTheSameNameElsewhere) {
   EXPECT_EQ(jsonText(parsed.file.ports[0].port), "yes");
 }
 
+TEST(LegacyMatrices, TakesNothingOutOfAPortsMembers) {
+  const Parsed parsed(R"({"Config": {"Matrices": [{"ports": [
+      {"port": {"port": "no", "label": "no"}, "label": [{"port": "no"}]}, {"port": "yes"}]}]}})");
+  ASSERT_EQ(parsed.file.ports.size(), 2U);
+  EXPECT_TRUE(parsed.file.ports[0].port.IsObject());
+  EXPECT_TRUE(parsed.file.ports[0].label.IsArray());
+  EXPECT_EQ(jsonText(parsed.file.ports[1].port), "yes");
+}
+
+TEST(LegacyMatrices, TakesAMatrixSpelledLikeAPortForAMatrix) {
+  const Parsed parsed(
+      R"({"Config":{"Matrices":[{"ports":[]},{"port":"p","label":"l"},{"id":1}]}})");
+  ASSERT_EQ(parsed.file.list.size(), 3U);
+  EXPECT_EQ(parsed.file.list[2].id.GetInt(), 1);
+  EXPECT_TRUE(parsed.file.ports.empty());
+}
+
 TEST(LegacyMatrices, TellsNullFromNotThere) {
   const Parsed parsed(R"({"Config": {"Matrices": [{"name": null, "ports": [{"port": null}]}]}})");
   EXPECT_FALSE(parsed.file.list[0].name.IsNull());

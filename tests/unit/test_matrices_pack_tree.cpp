@@ -127,6 +127,11 @@ TEST(PortCursor, LeavesWhatDiffersInAnyPart) {
             "d/s/in[]1/a:1,2,3, d/s/in[]1/b:1, d/s/in[]2/a:1,2, d/t/in[]2/a:1,2, e/t/in[]2/a:1, ");
 }
 
+TEST(PortCursor, ComparesPortStringsFromTheirStart) {
+  EXPECT_EQ(cursorTreeOf({"d.s.in[1].a.ch1", "xd.s.in[1].a.ch1", "xxd.s.in[1].a.ch1"}),
+            "d/s/in[]1/a:1, xd/s/in[]1/a:1, xxd/s/in[]1/a:1, ");
+}
+
 TEST(PortCursor, HasTheMessagesOfASplit) {
   DeviceList devices;
   PortCursor cursor;
