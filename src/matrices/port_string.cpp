@@ -74,9 +74,7 @@ SplitPort splitBehindSlot(const SplitPort& before, std::string_view rest) {
 }
 
 std::size_t hashOf(const PortString& port) {
-  // The number spreads over the bits by the 32-bit golden ratio.
-  const std::uint32_t spread = static_cast<std::uint32_t>(port.id) * 0x9E3779B1U;
-  return hashOf(std::string_view(port.name)) ^ spread;
+  return hashOf(std::string_view(port.name)) ^ hashOf(port.id);
 }
 
 PortString parsePortString(std::string_view portPart) {
