@@ -49,13 +49,13 @@ inline constexpr const char* kDestinationsOutput = "logicalDestinations";
 inline constexpr const char* kSourcesOutput = "logicalSources";
 
 /// What packing recognises, in the order of trying.
-inline constexpr std::array<TableKind, 3> kLegacyTables = {
-    {{"logicalDests", "logicalDest", "oid", kDestinationsOutput},
-     {"LogicalDestinations", "LogicalDestination", "oid", kDestinationsOutput},
-     {"LogicalSources", "LogicalSource", "val", kSourcesOutput}}};
+inline constexpr std::array kLegacyTables = {
+    TableKind{"logicalDests", "logicalDest", "oid", kDestinationsOutput},
+    TableKind{"LogicalDestinations", "LogicalDestination", "oid", kDestinationsOutput},
+    TableKind{"LogicalSources", "LogicalSource", "val", kSourcesOutput}};
 
 /// What unpacking recognises, in the order of trying; a packed table differs from its legacy form
 /// in the letter case of its key.
-inline constexpr std::array<TableKind, 2> kPackedTables = {{kLegacyTables[1], kLegacyTables[2]}};
+inline constexpr std::array kPackedTables = {kLegacyTables[1], kLegacyTables[2]};
 
 }  // namespace quenfold

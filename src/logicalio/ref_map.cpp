@@ -11,9 +11,9 @@ namespace VelDB {
 
 std::uint32_t RefMap::add(std::string_view name) {
   if (!lastId_ || lastName_ != name) {
-    lastId_.reset();
+    const std::uint32_t id = addToMaps(name);
     lastName_ = name;
-    lastId_ = addToMaps(name);
+    lastId_ = id;
   }
   return *lastId_;
 }

@@ -67,6 +67,15 @@ TEST(RefMap, AddsAnewWhatWasAddedLastAndThenChanged) {
   EXPECT_EQ(map.size(), 1U);
 }
 
+TEST(RefMap, TheEmptyNameIsANameToo) {
+  RefMap map;
+  EXPECT_EQ(map.add("x"), 0U);
+  EXPECT_EQ(map.add(""), 1U);
+  EXPECT_EQ(map.add(""), 1U);
+  EXPECT_EQ(map.add("x"), 0U);
+  EXPECT_EQ(textOf(map), "0=x; 1=; ");
+}
+
 TEST(RefMap, TellsWhatItContains) {
   const RefMap map = mapOf({"x"});
   EXPECT_TRUE(map.contains("x"));
