@@ -131,13 +131,15 @@ class Build:
         return succeeds(["env", "-C", str(self.folder), *command], self.folder, COMPILE_SECONDS)
 
     def _link(self, scratch: Path, program: str, objects: list[str]) -> bool:
-        """An object that is named before the archive takes the place of the archive's own."""
+        """An object that is named before the archive takes the place of the archive's own, even
+        where that is linked too: for a function that every user instantiates and the mutant no
+        longer does."""
         core = [str(scratch / name) for name in objects if "/quenfold_core.dir/" in name]
         command: list[str] = []
         for word in self.links[program]:
             command += core if word == ARCHIVE else []
             command.append(str(scratch / word) if word in objects or word == program else word)
-        return self._in_build(command)
+        return self._in_build([*command, "-Wl,-z,muldefs"])
 
     def make(self, scratch: Path, file: str, text: str) -> bool:
         """Whether the changed file compiles; the programs are then in the scratch folder."""
