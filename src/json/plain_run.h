@@ -56,12 +56,14 @@ constexpr ScanWord plainRunEnds(ScanWord word) {
   return bytesBelow(word ^ inEveryByte(0x02), 0x21) | bytesBelow(word ^ inEveryByte('\\'), 1);
 }
 
+inline std::uint64_t firstByteLowest(std::uint64_t word) { return le64toh(word); }
+inline std::uint32_t firstByteLowest(std::uint32_t word) { return le32toh(word); }
+
 /// The next characters, the first of them lowest.
 inline ScanWord loadWord(const char* text) {
   ScanWord word = 0;
   std::memcpy(&word, text, sizeof word);
-  return static_cast<ScanWord>(sizeof word == 8 ? le64toh(word)
-                                                : le32toh(static_cast<std::uint32_t>(word)));
+  return firstByteLowest(word);
 }
 
 /// The first character from here on that ends the run; a zero byte does.
