@@ -80,6 +80,7 @@ std::vector<DeviceLabel> parseDeviceLabels(const std::string& path);
 /// what `readFile` throws, "loadPortLabels root is not object", "portLabels not found",
 /// "portLabels is not object" or "portLabel entry value is not string", and a length error "too
 /// many bytes of port label keys: more than 1073741824" for what the mapper puts into the keys.
+/// That limit is met while the file is read, before its end can prove that it is no JSON.
 PortLabelMap loadPortLabels(const std::string& path, bool reverse, const DeviceMapper& mapper);
 
 }  // namespace quenfold

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <utility>
 
 #include "json/cjson_access.h"
 #include "logicalio/bit_packing.h"

@@ -16,7 +16,7 @@ using FieldWidths = std::array<std::int32_t, kPortFieldCount>;
 std::string layoutString(const FieldWidths& widths);
 
 /// Sets the widths of the fields that the layout names, wherever they stand in it. False, and
-/// nothing changed, when it has no field.
+/// nothing changed, when `parseBitPacking` finds no token in it.
 bool readLayout(std::string_view layout, FieldWidths& widths);
 
 }  // namespace quenfold

@@ -25,6 +25,13 @@ TEST(PortLayout, LeavesTheWidthsThatItDoesNotName) {
   EXPECT_EQ(widths, (FieldWidths{9, 5, 4, 3, 2, 1}));
 }
 
+TEST(PortLayout, MayNameNoFieldThatIsKnown) {
+  FieldWidths widths = kWidths;
+  EXPECT_TRUE(readLayout("device.${other,7}", widths));
+  EXPECT_TRUE(readLayout("device$", widths));
+  EXPECT_EQ(widths, kWidths);
+}
+
 TEST(PortLayout, HoldsNothingWithoutAField) {
   FieldWidths widths = kWidths;
   EXPECT_FALSE(readLayout("", widths));
