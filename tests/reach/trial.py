@@ -15,7 +15,7 @@ from pathlib import Path
 
 PROGRAM = "src/quenfold"
 UNIT_TESTS = "tests/quenfold_unit_tests"
-ARCHIVE = "src/libquenfold_core.a"
+LAYERS = ("quenfold_utilities", "quenfold_core", "quenfold_driver")
 # Of the processor, which a busy machine does not change.
 COMPILE_SECONDS = 120
 UNIT_SECONDS = 60
@@ -131,13 +131,14 @@ class Build:
         return succeeds(["env", "-C", str(self.folder), *command], self.folder, COMPILE_SECONDS)
 
     def _link(self, scratch: Path, program: str, objects: list[str]) -> bool:
-        """An object that is named before the archive takes the place of the archive's own, even
-        where that is linked too: for a function that every user instantiates and the mutant no
-        longer does."""
-        core = [str(scratch / name) for name in objects if "/quenfold_core.dir/" in name]
+        """An object that is named before the archive of its layer takes the place of the archive's
+        own, even where that is linked too: for a function that every user instantiates and the
+        mutant no longer does."""
         command: list[str] = []
         for word in self.links[program]:
-            command += core if word == ARCHIVE else []
+            layer = word.removeprefix("src/lib").removesuffix(".a")
+            if layer in LAYERS:
+                command += [str(scratch / name) for name in objects if f"/{layer}.dir/" in name]
             command.append(str(scratch / word) if word in objects or word == program else word)
         return self._in_build([*command, "-Wl,-z,muldefs"])
 
