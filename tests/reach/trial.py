@@ -168,7 +168,7 @@ class Tests:
         return ":".join(name for name, time in times if int(time) > SLOW_MILLISECONDS)
 
     def _cases_of(self, group: str) -> list[Path]:
-        return sorted(path.parent for path in (self.root / "tests/cases" / group).glob("*/args"))
+        return sorted((self.root / "tests/cases" / group).iterdir())
 
     def unit(self, scratch: Path, chosen: str) -> bool:
         command = [str(scratch / UNIT_TESTS), "--gtest_fail_fast", f"--gtest_filter={chosen}"]
