@@ -3,7 +3,9 @@
     branches.py EXPORT LIST ROOT
 
 EXPORT is what `llvm-cov export` wrote, LIST the branches that are known not to be taken, ROOT the
-project's folder. A condition has two branches, "true" and "false"; a template's branch is taken
+project's folder. LIST holds entries that begin at the left margin, each followed by its indented
+reason; lines that begin with "#" are comments. An entry holds no line number, so that it survives
+edits elsewhere in its file. A condition has two branches, "true" and "false"; a template's branch is taken
 when one of its instances takes it. Conditions that are the literal `true` have no second side and
 are not counted. Ends with status 1 when less than 97 % of the branches are taken, when one is
 missing in the list, or when the list names one that is taken.
@@ -18,8 +20,6 @@ from dataclasses import dataclass, field
 from pathlib import Path
 from typing import Any
 
-from judged import read_judged
-
 LEAST_PERCENT = 97.0
 SIDES = ("true", "false")
 
@@ -31,6 +31,24 @@ class FileReport:
     lines_missed: int
     branches: int = 0
     not_taken: list[tuple[str, str]] = field(default_factory=list)  # place and entry
+
+
+def read_list(path: Path) -> Counter[str]:
+    """How often each entry is in the list; an entry without a reason is an error."""
+    entries: Counter[str] = Counter()
+    waiting = ""
+    for line in [*path.read_text().splitlines(), "end"]:
+        if line[:1] in ("", "#"):
+            continue
+        if line[0].isspace():
+            waiting = ""
+            continue
+        if waiting:
+            raise SystemExit(f"{path}: no reason for: {waiting}")
+        waiting = line
+        entries[line] += 1
+    del entries["end"]
+    return entries
 
 
 def span_text(source: list[str], span: tuple[int, int, int, int]) -> str:
@@ -88,30 +106,30 @@ def print_table(reports: list[FileReport]) -> None:
         )
 
 
-def judge(reports: list[FileReport], judged: Counter[str]) -> list[str]:
+def judge(reports: list[FileReport], known: Counter[str]) -> list[str]:
     """What is wrong; prints the branches not taken."""
     not_taken = [entry for report in reports for entry in report.not_taken]
     branches = sum(report.branches for report in reports)
     found = Counter(entry for _, entry in not_taken)
     print("\nbranches not taken:")
     for place, entry in not_taken:
-        print(f"{place}\n    {entry}{'' if judged[entry] else '   (not in the list)'}")
-    problems = [f"without a reason: {entry}" for entry in (found - judged).elements()]
-    problems += [f"taken now, or gone: {entry}" for entry in (judged - found).elements()]
+        print(f"{place}\n    {entry}{'' if known[entry] else '   (not in the list)'}")
+    problems = [f"without a reason: {entry}" for entry in (found - known).elements()]
+    problems += [f"taken now, or gone: {entry}" for entry in (known - found).elements()]
     if not branches or 100.0 * (branches - len(not_taken)) / branches < LEAST_PERCENT:
         problems.append(f"less than {LEAST_PERCENT} % of the branches are taken")
     return problems
 
 
 def main() -> int:
-    export, judged_list, root = (Path(argument) for argument in sys.argv[1:])
+    export, known, root = (Path(argument) for argument in sys.argv[1:])
     root = root.resolve()
     files = json.loads(export.read_text())["data"][0]["files"]
     ours = [file for file in files if root / "src" in Path(file["filename"]).resolve().parents]
     reports = [report_file(exported, root) for exported in ours]
     reports.sort(key=lambda report: report.name)
     print_table(reports)
-    problems = judge(reports, read_judged(judged_list))
+    problems = judge(reports, read_list(known))
     for problem in problems:
         print(problem, file=sys.stderr)
     return 1 if problems else 0

@@ -7,8 +7,7 @@ BUILD is a finished build of the tree. A mutant lives in a scratch folder: its o
 compiled from there, found before the tree's own, and linked with the other objects of BUILD. One
 that does not compile is not counted. The tests are run from the quickest to the slowest, and only
 until the first that fails: unit tests, whole-run cases, slow unit tests, faults. Ends with status 1
-when less than 95 % of a folder's mutants are noticed, or when a survivor is not in
-tests/mutants-survived.
+when less than 95 % of a folder's mutants are noticed.
 """
 
 from __future__ import annotations
@@ -26,7 +25,6 @@ from dataclasses import dataclass
 from pathlib import Path
 from types import FrameType
 
-from judged import read_judged
 from mutants import Mutant, mutants_of
 from trial import Build, Tests, run_trial, stop_trials
 
@@ -85,28 +83,21 @@ def run_job(build: Build, tests: Tests, job: Job) -> str:
     return outcome
 
 
-def report(jobs: list[Job], outcomes: list[str], judged: set[str]) -> bool:
-    counts: dict[str, list[int]] = defaultdict(lambda: [0, 0, 0])  # mutants, noticed, judged
-    unjudged: list[str] = []
+def report(jobs: list[Job], outcomes: list[str]) -> bool:
+    """Whether enough are noticed in every folder; prints how many."""
+    counts: dict[str, list[int]] = defaultdict(lambda: [0, 0])  # mutants, noticed
     for job, outcome in zip(jobs, outcomes):
-        if outcome == "no compile":
-            continue
-        count = counts[os.path.dirname(job.file)]
-        count[0] += 1
-        count[1] += outcome != ""
-        if outcome == "" and job.entry in judged:
-            count[2] += 1
-        elif outcome == "":
-            unjudged.append(job.entry)
-    print(f"\n{'folder':<16} {'mutants':>8} {'noticed':>8} {'%':>6}  survivors judged, not judged")
-    good = not unjudged
-    for folder, (mutants, noticed, known) in sorted(counts.items()):
+        if outcome != "no compile":
+            count = counts[os.path.dirname(job.file)]
+            count[0] += 1
+            count[1] += outcome != ""
+    print(f"\n{'folder':<16} {'mutants':>8} {'noticed':>8} {'%':>6}")
+    enough = True
+    for folder, (mutants, noticed) in sorted(counts.items()):
         percent = 100.0 * noticed / mutants
-        good = good and percent >= LEAST_PERCENT
-        left = mutants - noticed - known
-        print(f"{folder:<16} {mutants:>8} {noticed:>8} {percent:>6.1f}  {known}, {left}")
-    print("".join(f"\nnot judged: {entry}" for entry in unjudged))
-    return good
+        enough = enough and percent >= LEAST_PERCENT
+        print(f"{folder:<16} {mutants:>8} {noticed:>8} {percent:>6.1f}")
+    return enough
 
 
 def stop(number: int, _frame: FrameType | None) -> None:
@@ -132,7 +123,6 @@ def main() -> int:
     root = Path.cwd()
     build = Build(options.build.resolve(), root)
     tests = Tests(build, root)
-    judged = set(read_judged(root / "tests/mutants-survived"))
     jobs = jobs_of(root, options)
     first = "src/app/main.cpp"
     unchanged = Job(first, (root / first).read_text(), "no change")
@@ -140,7 +130,7 @@ def main() -> int:
         if pool.submit(run_job, build, tests, unchanged).result():
             raise SystemExit("the tests fail without a mutant")
         outcomes = list(pool.map(lambda job: run_job(build, tests, job), jobs))
-    return 0 if report(jobs, outcomes, judged) else 1
+    return 0 if report(jobs, outcomes) else 1
 
 
 if __name__ == "__main__":

@@ -4,11 +4,13 @@ from __future__ import annotations
 
 import tempfile
 import unittest
+from contextlib import redirect_stdout
+from io import StringIO
 from pathlib import Path
 
-from branches import report_file
-from judged import read_judged
+from branches import read_list, report_file
 from mutants import mutants_of
+from mutate import Job, report
 
 
 def descriptions(source: str) -> list[str]:
@@ -52,16 +54,35 @@ class MutantsOf(unittest.TestCase):
         source = "void f() { std::string text; Token token(a); }\nclass A { A() = default; };\n"
         self.assertEqual(descriptions(source), [])
 
+    def test_leaves_what_only_reserves_room_alone(self) -> None:
+        source = (
+            "inline constexpr std::size_t kScanPadding = 15;\n"
+            "void f() {\n  static constexpr unsigned kFirstBits = 6;  // 2^6 places\n"
+            "  model->ports.reserve(count(list) +\n                       1);\n  g();\n}\n"
+        )
+        self.assertEqual(descriptions(source), ["g(); => ;"])
+
+    def test_changes_what_looks_like_room(self) -> None:
+        source = "constexpr int kRoomNumber = 0;\nconstexpr int kTextCapacity = 0;\nreserve(a);\n"
+        self.assertEqual(
+            descriptions(source),
+            [
+                "constexpr int kRoomNumber = 0; => constexpr int kRoomNumber = 1;",
+                "constexpr int kTextCapacity = 0; => constexpr int kTextCapacity = 1;",
+                "reserve(a); => ;",
+            ],
+        )
+
     def test_does_not_depend_on_the_place(self) -> None:
         self.assertEqual(descriptions("a = b;\n"), descriptions("\n\n  a = b;\n"))
 
 
-class ReadJudged(unittest.TestCase):
+class ReadList(unittest.TestCase):
     def read(self, text: str) -> dict[str, int]:
         with tempfile.NamedTemporaryFile("w") as file:
             file.write(text)
             file.flush()
-            return dict(read_judged(Path(file.name)))
+            return dict(read_list(Path(file.name)))
 
     def test_counts_entries(self) -> None:
         self.assertEqual(self.read("# c\n\na\n    why\n\na\n    why\n  so\n"), {"a": 2})
@@ -70,6 +91,23 @@ class ReadJudged(unittest.TestCase):
         for text in ("a\n", "a\nb\n  why\n"):
             with self.assertRaises(SystemExit):
                 self.read(text)
+
+
+class Report(unittest.TestCase):
+    def enough(self, noticed: dict[str, int], survived: dict[str, int]) -> bool:
+        jobs: list[Job] = []
+        outcomes: list[str] = []
+        for outcome, counts in (("cases", noticed), ("", survived), ("no compile", {"src/b": 50})):
+            for folder, count in counts.items():
+                jobs += [Job(f"{folder}/a.cpp", "", "")] * count
+                outcomes += [outcome] * count
+        with redirect_stdout(StringIO()):
+            return report(jobs, outcomes)
+
+    def test_wants_19_of_20_noticed_in_each_folder(self) -> None:
+        self.assertTrue(self.enough({"src/a": 19, "src/b": 40}, {"src/a": 1}))
+        self.assertFalse(self.enough({"src/a": 18, "src/b": 40}, {"src/a": 1}))
+        self.assertFalse(self.enough({"src/a": 100, "src/b": 18}, {"src/b": 1}))
 
 
 class ReportFile(unittest.TestCase):
