@@ -82,6 +82,27 @@ instructions() {
     sed -n 's/.*Collected : //p'
 }
 
+# emulated_instructions COUNTER EMULATOR COMMAND...: that a run takes on another processor, the
+# loader's included. COUNTER is the emulator's plugin of bench/instruction_counter.cpp, EMULATOR a
+# command in one word, as a build leaves it in its file `emulator`.
+emulated_instructions() {
+  local emulator
+  read -r -a emulator <<<"$2"
+  env -i setarch -R "${emulator[@]}" -plugin "file=$1" -d plugin -D /dev/fd/3 "${@:3}" \
+    3>&1 >/dev/null | tail -n 1
+}
+
+# program_instructions BUILD CONTROLLER ARGUMENT...: that a run of the program takes. BUILD is the
+# build for the PC, CONTROLLER one for another processor, or empty for the PC's own.
+program_instructions() {
+  if [ -z "$2" ]; then
+    instructions "$1/src/quenfold" "${@:3}"
+  else
+    emulated_instructions "$1/bench/libinstruction_counter.so" "$(cat "$2/emulator")" \
+      "$2/src/quenfold" "${@:3}"
+  fi
+}
+
 # What a program that failed took is no measurement: each of these then fails, and shows what the
 # program said.
 
