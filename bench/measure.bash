@@ -116,10 +116,24 @@ peak_bytes() {
   echo "$((${said##*$'\n'} * 1024))"
 }
 
-# nanoseconds COMMAND...: of wall time.
-nanoseconds() {
-  local start
-  start=$(date +%s%N)
-  "$@" >/dev/null || return
-  echo "$(($(date +%s%N) - start))"
+# cpu_milliseconds COMMAND...: of the processor, for the program and for the system on its behalf.
+cpu_milliseconds() {
+  local TIMEFORMAT='%3U %3S' said
+  said=$({ time "$@" >/dev/null 2>&1; } 2>&1) || return
+  awk '{ print 1000 * ($1 + $2) }' <<<"$said"
+}
+
+# median: of the numbers on standard input, a line each; of two in the middle the lower.
+median() { sort -g | awk '{ line[NR] = $1 } END { print line[int((NR + 1) / 2)] }'; }
+
+# paired_runs: runs the commands of the arrays `ours` and `theirs` in turn; a line a pair: the cpu
+# milliseconds of each and their ratio.
+# shellcheck disable=SC2154 # the caller sets them
+paired_runs() {
+  local pair mine other
+  for ((pair = 0; pair < 11; ++pair)); do
+    mine=$(cpu_milliseconds "${ours[@]}") || return
+    other=$(cpu_milliseconds "${theirs[@]}") || return
+    awk '{ print $1, $2, $1 / $2 }' <<<"$mine $other" || return
+  done
 }
