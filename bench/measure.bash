@@ -82,6 +82,27 @@ instructions() {
     sed -n 's/.*Collected : //p'
 }
 
+# emulated_instructions COUNTER EMULATOR COMMAND...: that a run takes on another processor, the
+# loader's included. COUNTER is the emulator's plugin of bench/instruction_counter.cpp, EMULATOR a
+# command in one word, as a build leaves it in its file `emulator`.
+emulated_instructions() {
+  local emulator
+  read -r -a emulator <<<"$2"
+  env -i setarch -R "${emulator[@]}" -plugin "file=$1" -d plugin -D /dev/fd/3 "${@:3}" \
+    3>&1 >/dev/null | tail -n 1
+}
+
+# program_instructions BUILD CONTROLLER ARGUMENT...: that a run of the program takes. BUILD is the
+# build for the PC, CONTROLLER one for another processor, or empty for the PC's own.
+program_instructions() {
+  if [ -z "$2" ]; then
+    instructions "$1/src/quenfold" "${@:3}"
+  else
+    emulated_instructions "$1/bench/libinstruction_counter.so" "$(cat "$2/emulator")" \
+      "$2/src/quenfold" "${@:3}"
+  fi
+}
+
 # What a program that failed took is no measurement: each of these then fails, and shows what the
 # program said.
 
@@ -95,10 +116,24 @@ peak_bytes() {
   echo "$((${said##*$'\n'} * 1024))"
 }
 
-# nanoseconds COMMAND...: of wall time.
-nanoseconds() {
-  local start
-  start=$(date +%s%N)
-  "$@" >/dev/null || return
-  echo "$(($(date +%s%N) - start))"
+# cpu_milliseconds COMMAND...: of the processor, for the program and for the system on its behalf.
+cpu_milliseconds() {
+  local TIMEFORMAT='%3U %3S' said
+  said=$({ time "$@" >/dev/null 2>&1; } 2>&1) || return
+  awk '{ print 1000 * ($1 + $2) }' <<<"$said"
+}
+
+# median: of the numbers on standard input, a line each; of two in the middle the lower.
+median() { sort -g | awk '{ line[NR] = $1 } END { print line[int((NR + 1) / 2)] }'; }
+
+# paired_runs: runs the commands of the arrays `ours` and `theirs` in turn; a line a pair: the cpu
+# milliseconds of each and their ratio.
+# shellcheck disable=SC2154 # the caller sets them
+paired_runs() {
+  local pair mine other
+  for ((pair = 0; pair < 11; ++pair)); do
+    mine=$(cpu_milliseconds "${ours[@]}") || return
+    other=$(cpu_milliseconds "${theirs[@]}") || return
+    awk '{ print $1, $2, $1 / $2 }' <<<"$mine $other" || return
+  done
 }
