@@ -77,25 +77,30 @@ class PortLabelsHandler : public rapidjson::BaseReaderHandler<JsonEncoding, Port
   }
 
   /// What is no string is reported only when the whole file has proved to be JSON.
-  void addEntry(std::string_view label) {
-    onlyStrings_ = onlyStrings_ && label.data() != nullptr;
+  void addEntry(std::string_view text) {
+    onlyStrings_ = onlyStrings_ && text.data() != nullptr;
     if (onlyStrings_) {
-      const std::string_view key = mappedKey();
+      const std::string_view key = mappedKey(upToZero(key_));
+      const std::string_view label = upToZero(text);
       labels_.assign(reverse_ ? label : key, reverse_ ? key : label);
     }
   }
 
+  static std::string_view upToZero(std::string_view text) {
+    return text.substr(0, text.find('\0'));
+  }
+
   /// A device's long replacement is copied into each of its keys: `replaced_` counts that.
-  std::string_view mappedKey() {
-    const std::size_t dot = key_.find('.');
+  std::string_view mappedKey(std::string_view key) {
+    const std::size_t dot = key.find('.');
     if (mapper_ && dot != std::string_view::npos) {
-      const std::string_view mapped = mapper_(key_.substr(0, dot));
+      const std::string_view mapped = mapper_(key.substr(0, dot));
       if (!mapped.empty()) {
         replaced_.take(mapped.size());
-        return labels_.keepJoined(mapped, key_.substr(dot));
+        return labels_.keepJoined(mapped, key.substr(dot));
       }
     }
-    return key_;
+    return key;
   }
 
   bool start(Shape shape) {

@@ -75,7 +75,8 @@ using DeviceMapper = std::function<std::string_view(std::string_view)>;
 /// "deviceLabels is not array".
 std::vector<DeviceLabel> parseDeviceLabels(const std::string& path);
 
-/// Port key to label or, with `reverse`, label to port key; of a repeated key the last value wins.
+/// Port key to label or, with `reverse`, label to port key, each up to its first zero byte; of a
+/// repeated key the last value wins.
 /// The mapper is asked for the part before the first "." of every port key that has one. Throws
 /// what `readFile` throws, "loadPortLabels root is not object", "portLabels not found",
 /// "portLabels is not object" or "portLabel entry value is not string", and a length error "too

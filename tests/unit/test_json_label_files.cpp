@@ -84,6 +84,26 @@ TEST(LoadPortLabels, LastOccurrenceWins) {
   EXPECT_EQ(portsOf(json, true), (Entries{{"Vox", "b.1"}, {"Sax", "a.1"}}));
 }
 
+TEST(LoadPortLabels, TakesKeysAndLabelsUpToAZeroByte) {
+  const char* const json =
+      R"({"portLabels": {"a.1": "q\u0000r", "b.2\u0000x": "Vox", "c.3": "\u0000r", "\u0000": "N"}})";
+  EXPECT_EQ(portsOf(json), (Entries{{"a.1", "q"}, {"b.2", "Vox"}, {"c.3", ""}, {"", "N"}}));
+  EXPECT_EQ(portsOf(json, true), (Entries{{"q", "a.1"}, {"Vox", "b.2"}, {"", "c.3"}, {"N", ""}}));
+}
+
+TEST(LoadPortLabels, TakesKeysThatAreEqualUpToAZeroByteForOne) {
+  EXPECT_EQ(portsOf(R"({"portLabels": {"a.1\u0000x": "Vox", "a.1\u0000y": "Sax"}})"),
+            (Entries{{"a.1", "Sax"}}));
+  EXPECT_EQ(portsOf(R"({"portLabels": {"a.1": "Vox\u0000x", "b.1": "Vox\u0000y"}})", true),
+            (Entries{{"Vox", "b.1"}}));
+}
+
+TEST(LoadPortLabels, AsksTheMapperForNothingBehindAZeroByte) {
+  const auto labels = portsOf(R"({"portLabels": {"dev1.in\u0000.x": "V", "dev\u0000.in": "W"}})",
+                              false, [](std::string_view) { return "7"; });
+  EXPECT_EQ(labels, (Entries{{"7.in", "V"}, {"dev", "W"}}));
+}
+
 TEST(LoadPortLabels, AsksTheMapperForTheDevicePart) {
   const char* const json = R"({"portLabels": {"dev1.in.3": "Vox", "plain": "P", "x.y": "X"}})";
   std::vector<std::string> asked;
