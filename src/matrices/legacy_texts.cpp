@@ -15,7 +15,7 @@ constexpr std::string_view kEntryEnd = "\"}";
 /// Nothing before the first element of a list, a comma before every other.
 class Separator {
  public:
-  void append(TextStream& out) {
+  void append(OutputFile& out) {
     out.append(mark_);
     mark_ = ",";
   }
@@ -24,26 +24,26 @@ class Separator {
   std::string_view mark_;
 };
 
-void appendDecimal(TextStream& out, std::size_t number) {
+void appendDecimal(OutputFile& out, std::size_t number) {
   const fmt::format_int digits(number);
   out.append({digits.data(), digits.size()});
 }
 
-void appendPlain(TextStream& out, std::string_view text) { out.append(text); }
+void appendPlain(OutputFile& out, std::string_view text) { out.append(text); }
 
-void appendEscaped(TextStream& out, std::string_view text) {
+void appendEscaped(OutputFile& out, std::string_view text) {
   quenfold::appendEscaped(out, text, kRapidJsonDigits);
 }
 
 /// "<name>": and what is in front of it.
-void appendKey(TextStream& out, std::string_view mark, std::string_view name) {
+void appendKey(OutputFile& out, std::string_view mark, std::string_view name) {
   out.append(mark);
   out.append("\"");
   out.append(name);
   out.append("\":");
 }
 
-void appendQuoted(TextStream& out, std::string_view text) {
+void appendQuoted(OutputFile& out, std::string_view text) {
   out.append("\"");
   appendEscaped(out, text);
   out.append("\"");
@@ -85,7 +85,7 @@ void LegacyTexts::forEachPort(const ExpandedFamily& family, Visit visit) {
   });
 }
 
-void LegacyTexts::writePorts(TextStream& out, const MatrixEntry& matrix) {
+void LegacyTexts::writePorts(OutputFile& out, const MatrixEntry& matrix) {
   Separator separator;
   for (const ExpandedFamily* const family : matrix.families) {
     const auto appendName = needsNoEscape(*family) ? appendPlain : appendEscaped;
@@ -100,7 +100,7 @@ void LegacyTexts::writePorts(TextStream& out, const MatrixEntry& matrix) {
   }
 }
 
-void LegacyTexts::writeMatrices(TextStream& out) {
+void LegacyTexts::writeMatrices(OutputFile& out) {
   appendKey(out, "{", kConfig);
   appendKey(out, "{", "version");
   appendDecimal(out, kVersion);
@@ -126,7 +126,7 @@ void LegacyTexts::writeMatrices(TextStream& out) {
 
 /// `only` restricts the list to ports of that direction.
 template <typename AppendEntry>
-void LegacyTexts::writeList(TextStream& out, std::optional<Direction> only,
+void LegacyTexts::writeList(OutputFile& out, std::optional<Direction> only,
                             AppendEntry appendEntry) {
   out.append("[");
   Separator separator;
@@ -142,7 +142,7 @@ void LegacyTexts::writeList(TextStream& out, std::optional<Direction> only,
   out.append("]");
 }
 
-void LegacyTexts::writeAvailable(TextStream& out, Direction direction) {
+void LegacyTexts::writeAvailable(OutputFile& out, Direction direction) {
   writeList(out, direction, [&](const UnpackedPort& port) {
     out.append(keyAndValue_.first);
     out.append(port.shownName());
@@ -151,13 +151,13 @@ void LegacyTexts::writeAvailable(TextStream& out, Direction direction) {
   });
 }
 
-void LegacyTexts::writeAvailableInputs(TextStream& out) { writeAvailable(out, Direction::kSource); }
+void LegacyTexts::writeAvailableInputs(OutputFile& out) { writeAvailable(out, Direction::kSource); }
 
-void LegacyTexts::writeAvailableOutputs(TextStream& out) {
+void LegacyTexts::writeAvailableOutputs(OutputFile& out) {
   writeAvailable(out, Direction::kDestination);
 }
 
-void LegacyTexts::writePortLabels(TextStream& out) {
+void LegacyTexts::writePortLabels(OutputFile& out) {
   writeList(out, std::nullopt, [&](const UnpackedPort& port) {
     out.append(keyAndValue_.first);
     out.append(port.name);
@@ -167,7 +167,7 @@ void LegacyTexts::writePortLabels(TextStream& out) {
   });
 }
 
-void LegacyTexts::writeUserPortLabels(TextStream& out) {
+void LegacyTexts::writeUserPortLabels(OutputFile& out) {
   writeList(out, std::nullopt, [&](const UnpackedPort& port) {
     out.append(portAndLabel_.first);
     out.append(port.name);

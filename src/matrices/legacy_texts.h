@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/text_stream.h"
+#include "app/files.h"
 #include "matrices/expand.h"
 
 namespace quenfold::unpacking {
@@ -27,20 +27,20 @@ class LegacyTexts {
   explicit LegacyTexts(const ExpandedTree& expanded);
 
   /// "matrices.json", without white space.
-  void writeMatrices(TextStream& out);
+  void writeMatrices(OutputFile& out);
 
   // The other four are put together by hand. Kept on purpose: their strings are copied as they are,
   // no character is escaped.
 
   /// "availableInputs.json" and "availableOutputs.json": shown name to port string.
-  void writeAvailableInputs(TextStream& out);
-  void writeAvailableOutputs(TextStream& out);
+  void writeAvailableInputs(OutputFile& out);
+  void writeAvailableOutputs(OutputFile& out);
 
   /// "portLabels.json": port string to the same with the serial as its device.
-  void writePortLabels(TextStream& out);
+  void writePortLabels(OutputFile& out);
 
   /// "userPortLabels.json": port string and shown name.
-  void writeUserPortLabels(TextStream& out);
+  void writeUserPortLabels(OutputFile& out);
 
  private:
   /// What stands before the first and before the second string of an entry.
@@ -53,9 +53,9 @@ class LegacyTexts {
   template <typename Visit>
   void forEachPort(const ExpandedFamily& family, Visit visit);
   template <typename AppendEntry>
-  void writeList(TextStream& out, std::optional<Direction> only, AppendEntry appendEntry);
-  void writeAvailable(TextStream& out, Direction direction);
-  void writePorts(TextStream& out, const MatrixEntry& matrix);
+  void writeList(OutputFile& out, std::optional<Direction> only, AppendEntry appendEntry);
+  void writeAvailable(OutputFile& out, Direction direction);
+  void writePorts(OutputFile& out, const MatrixEntry& matrix);
 
   const ExpandedTree& expanded_;
   PortName name_;

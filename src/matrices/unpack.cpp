@@ -73,7 +73,7 @@ ExpandedTree expand(const PackedFiles& files) {
 /// be reported where they always were.
 struct LegacyFile {
   std::string_view name;
-  void (LegacyTexts::*write)(TextStream& out);
+  void (LegacyTexts::*write)(OutputFile& out);
   std::array<std::string_view, 2> stages;
   std::size_t ExpandedTree::*ports;  // without any there is no stage; null for always
 };
@@ -117,7 +117,7 @@ void reportStages(const LegacyFile& file, const ExpandedTree& expanded) {
 struct Output {
   std::string path;
   std::string report;
-  void (LegacyTexts::*write)(TextStream& out);
+  void (LegacyTexts::*write)(OutputFile& out);
 };
 
 std::vector<Output> planOutputs(const ExpandedTree& expanded,
@@ -149,8 +149,10 @@ std::uint32_t writeOutputs(const std::vector<Output>& outputs, LegacyTexts& text
                            TimePoint& runStage) {
   std::uint32_t total = 0;
   for (const Output& output : outputs) {
-    const auto write = [&](TextStream& out) { (texts.*output.write)(out); };
-    total += static_cast<std::uint32_t>(streamFile(output.path, write));
+    OutputFile out(output.path);
+    (texts.*output.write)(out);
+    out.close();
+    total += static_cast<std::uint32_t>(out.size());
     logElapsed(runStage, output.report);
   }
   return total;

@@ -10,7 +10,7 @@ namespace quenfold {
 namespace {
 
 std::string escaped(std::string_view text) {
-  return test::textOf([&](TextStream& out) { appendEscaped(out, text, kRapidJsonDigits); });
+  return test::textOf([&](OutputFile& out) { appendEscaped(out, text, kRapidJsonDigits); });
 }
 
 TEST(AppendEscaped, EscapesWhatJsonDemands) {

@@ -37,9 +37,9 @@ ExpandedTree treeOf(const std::vector<PortFamily>& families,
   return tree;
 }
 
-std::string textOf(const ExpandedTree& tree, void (LegacyTexts::*write)(TextStream& out)) {
+std::string textOf(const ExpandedTree& tree, void (LegacyTexts::*write)(OutputFile& out)) {
   LegacyTexts texts(tree);
-  return test::textOf([&](TextStream& out) { (texts.*write)(out); });
+  return test::textOf([&](OutputFile& out) { (texts.*write)(out); });
 }
 
 /// What stands between the brackets of a matrix's ports.
