@@ -75,31 +75,6 @@ using JsonValue = JsonDocument::ValueType;
 /// by the stack. Throws std::bad_alloc.
 JsonDocument parseJson(std::string& text);
 
-/// The same parsing, but the handler takes the events (the library's handler concept) and keeps
-/// what it wants: strings are views into `text` with a zero byte behind them, numbers come by
-/// `RawNumber` as they are written, because the library's own conversion adds up exponents without
-/// a check and then reads outside its table of powers. Before the first event `parseFrom` tells it
-/// where the parser keeps its place, and after the last that there is none any more. At the end of
-/// an object that place is the closing brace; a handler that reads further by itself moves it on to
-/// one that could stand there as well. False when the text is not JSON, after any events.
-template <typename Handler>
-bool parseJsonEvents(std::string& text, Handler& handler) {
-  constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
-                              rapidjson::kParseNumbersAsStringsFlag;
-  const std::size_t size = text.size();
-  text.resize(size + kScanPadding);
-  rapidjson::GenericInsituStringStream<RunEncoding> stream(text.data());
-  handler.parseFrom(&stream.src_);
-  rapidjson::GenericReader<RunEncoding, RunEncoding, JsonAllocator> reader;
-  const bool isJson = !reader.template Parse<kFlags>(stream, handler).IsError();
-  handler.parseFrom(nullptr);
-  text.resize(size);
-  return isJson;
-}
-
-/// The value of a JSON number: an integer when it is written as one that fits 64 bits.
-JsonValue jsonNumber(std::string_view digits);
-
 /// What the writers write into; it grows without copying where the system can move pages.
 using JsonBuffer = rapidjson::GenericStringBuffer<JsonEncoding, JsonAllocator>;
 

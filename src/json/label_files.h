@@ -19,11 +19,6 @@ struct DeviceLabel {
   std::string serial;
 };
 
-/// The member names of a device label, shared by writer and reader, in the writer's order.
-inline constexpr const char* kDeviceLabelId = "id";
-inline constexpr const char* kDeviceLabelText = "label";
-inline constexpr const char* kDeviceLabelSerial = "serial";
-
 /// Keys and labels of a file in its order, without a copy of their own: they are views into texts
 /// that the map keeps alive.
 class PortLabelMap {
@@ -80,8 +75,8 @@ std::vector<DeviceLabel> parseDeviceLabels(const std::string& path);
 /// The mapper is asked for the part before the first "." of every port key that has one. Throws
 /// what `readFile` throws, "loadPortLabels root is not object", "portLabels not found",
 /// "portLabels is not object" or "portLabel entry value is not string", and a length error "too
-/// many bytes of port label keys: more than 1073741824" for what the mapper puts into the keys.
-/// That limit is met while the file is read, before its end can prove that it is no JSON.
+/// many bytes of port label keys: more than 1073741824" for what the mapper puts into the keys;
+/// of the last two the one that is met first in the file.
 PortLabelMap loadPortLabels(const std::string& path, bool reverse, const DeviceMapper& mapper);
 
 }  // namespace quenfold

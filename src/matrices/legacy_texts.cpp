@@ -4,12 +4,11 @@
 
 #include "json/escape.h"
 #include "json/plain_run.h"
-#include "matrices/legacy_format.h"
+#include "matrices/format.h"
 
 namespace quenfold::unpacking {
 namespace {
 
-constexpr std::size_t kVersion = 8;
 constexpr std::string_view kEntryEnd = "\"}";
 
 /// Nothing before the first element of a list, a comma before every other.
@@ -66,7 +65,7 @@ LegacyTexts::EntryMarks LegacyTexts::entryMarks(const char* first, const char* s
 LegacyTexts::LegacyTexts(const ExpandedTree& expanded)
     : expanded_(expanded),
       name_(expanded.longestName),
-      keyAndValue_(entryMarks("k", "v")),
+      keyAndValue_(entryMarks(kEntryKey, kEntryValue)),
       portAndLabel_(entryMarks(kPortName, kPortLabel)) {}
 
 template <typename Visit>
@@ -102,8 +101,8 @@ void LegacyTexts::writePorts(OutputFile& out, const MatrixEntry& matrix) {
 
 void LegacyTexts::writeMatrices(OutputFile& out) {
   appendKey(out, "{", kConfig);
-  appendKey(out, "{", "version");
-  appendDecimal(out, kVersion);
+  appendKey(out, "{", kVersion);
+  appendDecimal(out, kMatricesVersion);
   appendKey(out, ",", kMatrices);
   out.append("[");
   Separator separator;

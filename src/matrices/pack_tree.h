@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "app/indexed_list.h"
+#include "matrices/format.h"
 #include "matrices/port_string.h"
-#include "matrices/tree_format.h"
 
 /// The pack side's model: ports as they are read, in input order, then merged into groups.
 namespace quenfold::packing {

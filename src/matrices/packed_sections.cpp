@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "app/stage_timer.h"
-#include "json/label_files.h"
-#include "json/sections.h"
+#include "json/format.h"
+#include "matrices/format.h"
 
 namespace quenfold::packing {
 namespace {
@@ -93,11 +93,11 @@ void writeInternalDetails(PrettyJsonWriter& writer, const MatricesModel& model) 
   writer.StartArray();
   for (const MatrixDetails& matrix : model.details) {
     writer.StartObject();
-    writer.Key("name");
+    writer.Key(kMatrixName);
     writeString(writer, matrix.name);
-    writer.Key("id");
+    writer.Key(kMatrixId);
     writer.Int(matrix.id);
-    writer.Key("type");
+    writer.Key(kMatrixType);
     writer.Int(matrix.type);
     writer.EndObject();
   }

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "json/document.h"
-#include "matrices/reader.h"
+#include "matrices/legacy_reader.h"
 
 namespace quenfold::packing {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "matrices/tree_format.h"
+#include "matrices/format.h"
 
 namespace quenfold {
 

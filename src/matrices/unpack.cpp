@@ -16,10 +16,10 @@
 #include "app/stage_timer.h"
 #include "json/access.h"
 #include "json/document.h"
+#include "json/format.h"
 #include "json/label_files.h"
-#include "json/sections.h"
 #include "matrices/expand.h"
-#include "matrices/legacy_format.h"
+#include "matrices/format.h"
 #include "matrices/legacy_texts.h"
 #include "matrices/port_tree.h"
 

@@ -65,32 +65,6 @@ TEST(PrettyJsonWriter, WritesMembersOnLinesAndListsOnOne) {
 })");
 }
 
-/// What a handler of events is told before the first and after the last.
-struct PlaceHandler : rapidjson::BaseReaderHandler<JsonEncoding, PlaceHandler> {
-  explicit PlaceHandler(const std::string& parsed) : text(parsed) {}
-  void parseFrom(char** newPlace) { place = newPlace; }
-  bool EndObject(rapidjson::SizeType /*members*/) {  // NOLINT(readability-identifier-naming)
-    sizeWhileParsing = text.size();
-    rest = *place;
-    return true;
-  }
-
-  const std::string& text;
-  char** place = nullptr;
-  std::size_t sizeWhileParsing = 0;
-  std::string rest;
-};
-
-TEST(ParseJsonEvents, TellsThePlaceAndPadsTheTextMeanwhile) {
-  std::string text = R"({"a":[]}  )";
-  PlaceHandler handler(text);
-  EXPECT_TRUE(parseJsonEvents(text, handler));
-  EXPECT_EQ(handler.rest, "}  ");
-  EXPECT_EQ(handler.sizeWhileParsing, 10 + kScanPadding);
-  EXPECT_EQ(handler.place, nullptr);
-  EXPECT_EQ(text.size(), 10U);
-}
-
 TEST(TextOf, AllocatesNothingForAFullBuffer) {
   JsonBuffer buffer;
   const std::string bytes(JsonBuffer::kDefaultCapacity, 'x');

@@ -1,8 +1,11 @@
+#include <fmt/format.h>
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
 #include <map>
 #include <utility>
 
+#include "app/limits.h"
 #include "app/stage_timer.h"
 #include "json/label_files.h"
 #include "support/scratch.h"
@@ -174,6 +177,39 @@ TEST(LoadPortLabels, KeepsTheOrderAndFindsEachOfMany) {
     EXPECT_EQ(labels.entries()[static_cast<std::size_t>(i)].key, "p." + std::to_string(i));
     EXPECT_EQ(*labels.find("p." + std::to_string(i)), "L" + std::to_string(i));
   }
+}
+
+/// As many bytes as the limit and one more; nobody may look at them.
+class TooManyBytes {
+ public:
+  TooManyBytes() : bytes_(mmap(nullptr, kSize, PROT_NONE, kFlags, -1, 0)) {}
+  ~TooManyBytes() { munmap(bytes_, kSize); }
+  TooManyBytes(const TooManyBytes&) = delete;
+  TooManyBytes& operator=(const TooManyBytes&) = delete;
+
+  [[nodiscard]] std::string_view view() const { return {static_cast<const char*>(bytes_), kSize}; }
+
+ private:
+  static constexpr std::size_t kSize = kMaxReplacedBytes + 1;
+  static constexpr int kFlags = MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE;
+
+  void* bytes_;
+};
+
+TEST(LoadPortLabels, MeetsItsLimitInTheOrderOfAFileThatIsJson) {
+  const TooManyBytes device;
+  const auto message = [&](std::string_view entries, std::string_view end) {
+    return test::messageOf([&] {
+      portsOf(fmt::format(R"({{"portLabels": {{{}}}}}{})", entries, end), false,
+              [&](std::string_view) { return device.view(); });
+    });
+  };
+  const std::string limit =
+      fmt::format("too many bytes of port label keys: more than {}", kMaxReplacedBytes);
+  EXPECT_EQ(message(R"("a.1": "Vox")", ""), limit);
+  EXPECT_EQ(message(R"("a.1": "Vox")", " x"), "loadPortLabels root is not object");
+  EXPECT_EQ(message(R"("a.1": "Vox", "b.1": 5)", ""), limit);
+  EXPECT_EQ(message(R"("b.1": 5, "a.1": "Vox")", ""), "portLabel entry value is not string");
 }
 
 TEST(LoadPortLabels, ReportsNoStringOnlyWhereTheFileIsJson) {
