@@ -10,7 +10,7 @@
 #include "json/label_files.h"
 #include "matrices/pack_tree.h"
 #include "matrices/port_string.h"
-#include "matrices/port_tree.h"
+#include "matrices/packed_reader.h"
 #include "matrices/unpack.h"
 #include "piece_inputs.h"
 

@@ -14,8 +14,8 @@
 #include "json/label_files.h"
 #include "matrices/expand.h"
 #include "matrices/format.h"
-#include "matrices/legacy_texts.h"
-#include "matrices/port_tree.h"
+#include "matrices/legacy_writer.h"
+#include "matrices/packed_reader.h"
 #include "target.h"
 
 namespace quenfold {
@@ -65,7 +65,7 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
           "a port is an input, an output or neither");
   const std::string path = joinPath(workFolder(), "matrices.json");
   OutputFile out(path);
-  unpacking::LegacyTexts(expanded).writeMatrices(out);
+  unpacking::LegacyWriter(expanded).writeMatrices(out);
   out.close();
   std::string legacyText = bytesOf("matrices.json");
   require(parseJson(legacyText).IsObject(), "the legacy text is JSON");

@@ -87,18 +87,6 @@ JsonDocument parseJson(std::string& text) {
   return {std::move(builder)};
 }
 
-void PrettyJsonWriter::text(std::string_view text) {
-  if (!isPlainRun(text)) {
-    String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-    return;
-  }
-  PrettyPrefix(rapidjson::kStringType);
-  char* const place = os_->Push(text.size() + 2);
-  place[0] = '"';
-  std::copy(text.begin(), text.end(), place + 1);
-  place[text.size() + 1] = '"';
-}
-
 // Not by GetString(): it makes room for a terminating zero, which can fail between two output
 // files.
 std::string_view textOf(const JsonBuffer& buffer) {

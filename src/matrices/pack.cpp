@@ -10,7 +10,7 @@
 #include "json/format.h"
 #include "matrices/legacy_reader.h"
 #include "matrices/pack_tree.h"
-#include "matrices/packed_sections.h"
+#include "matrices/packed_writer.h"
 
 namespace quenfold {
 namespace {

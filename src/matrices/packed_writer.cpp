@@ -1,4 +1,19 @@
-#include "matrices/packed_sections.h"
+// What is written: four files, each an object whose one member bears the section's name. Devices
+// are named by frame ID, everything else stands in the order of the input.
+//
+//   dbpack_deviceLabels.json              "deviceLabels": [{"id": "<serial>", "label": "<label>",
+//                                                           "serial": "<serial>"}, ...]
+//   dbpack_matrices.json                  "matrices": {"<device>": {"<slot>": [<group>, ...]}, ...}
+//     a group                             {"port": ["in[]", [<first>, <last>], "s"],
+//                                          "types": [["<type>", [<first>, <last>]], ...]}
+//     ranges                              [<first>] when both ends are equal, [] without channels
+//     directions                          "s" source, "d" destination, "?" neither
+//   dbpack_matricesInternalDetails.json   "matricesInternalDetails": [{"name": "<matrix>",
+//                                                                      "id": 1, "type": 0}, ...]
+//   dbpack_portLabels.json                "portLabels": {"<port, its serial as device>": "<label>",
+//                                                        ...}
+
+#include "matrices/packed_writer.h"
 
 #include <algorithm>
 #include <array>
