@@ -158,8 +158,9 @@ void writeFile(const std::string& path, std::string_view text) {
   out.close();
 }
 
-OutputFile::OutputFile(
-    const std::string& path)  // NOLINT(*-member-init): the buffer is filled later
+// The buffer is filled as pieces come.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+OutputFile::OutputFile(const std::string& path)
     : path_(path), descriptor_(openFile(path, O_WRONLY | O_CREAT | O_TRUNC)) {}
 
 OutputFile::~OutputFile() {

@@ -22,14 +22,6 @@ const JsonValue& requireMember(const JsonValue& value, const char* name, std::st
 
 }  // namespace
 
-const JsonValue* findMember(const JsonValue& value, const char* name) {
-  if (!value.IsObject()) {
-    return nullptr;
-  }
-  const auto member = value.FindMember(name);
-  return member == value.MemberEnd() ? nullptr : &member->value;
-}
-
 std::string_view jsonGetText(const JsonValue& value, const char* name) {
   const JsonValue& member = requireMember(value, name, "jsonGetString");
   if (!member.IsString()) {

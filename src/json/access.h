@@ -13,7 +13,13 @@ namespace quenfold {
 inline std::string_view jsonText(const JsonValue& string) { return string.GetString(); }
 
 /// The first member of that name; null when there is none or the value is no object.
-const JsonValue* findMember(const JsonValue& value, const char* name);
+inline const JsonValue* findMember(const JsonValue& value, const char* name) {
+  if (!value.IsObject()) {
+    return nullptr;
+  }
+  const auto member = value.FindMember(name);
+  return member == value.MemberEnd() ? nullptr : &member->value;
+}
 
 /// The string member `name` (the first of that name) of an object. Throws
 /// "jsonGetString passed non-object", "<name> not found" or "<name> is not string".

@@ -23,9 +23,6 @@ struct SplitPort {
 /// "PortString number error".
 SplitPort splitPort(std::string_view portText);
 
-/// The same for a port string of the same device and slot as `before`, from its port on.
-SplitPort splitBehindSlot(const SplitPort& before, std::string_view rest);
-
 /// The number of a channel part "ch3". Throws "Bad ch string" or "PortString number error".
 std::int32_t parseChannel(std::string_view channelPart);
 
