@@ -1,6 +1,5 @@
 #include "json/document.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <cstdlib>
@@ -85,12 +84,6 @@ JsonDocument parseJson(std::string& text) {
   builder.build(text.data());
   text.resize(size);
   return {std::move(builder)};
-}
-
-// Not by GetString(): it makes room for a terminating zero, which can fail between two output
-// files.
-std::string_view textOf(const JsonBuffer& buffer) {
-  return {buffer.stack_.Bottom<char>(), buffer.GetSize()};
 }
 
 }  // namespace quenfold

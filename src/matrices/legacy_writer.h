@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "app/files.h"
-#include "json/document.h"
+#include "json/writer.h"
 #include "matrices/expand.h"
 
 namespace quenfold::unpacking {

@@ -6,8 +6,8 @@
 
 #include "app/files.h"
 #include "app/stage_timer.h"
-#include "json/document.h"
 #include "json/format.h"
+#include "json/writer.h"
 #include "matrices/legacy_reader.h"
 #include "matrices/pack_tree.h"
 #include "matrices/packed_writer.h"

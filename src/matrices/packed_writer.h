@@ -3,7 +3,7 @@
 #include <map>
 #include <string_view>
 
-#include "json/document.h"
+#include "json/writer.h"
 #include "matrices/legacy_reader.h"
 
 namespace quenfold::packing {

@@ -113,19 +113,5 @@ TEST(ParseJson, LeavesTheTextItsSize) {
   EXPECT_EQ(text.size(), 3U);
 }
 
-TEST(PrettyJsonWriter, WritesPlainAndEscapedTexts) {
-  JsonBuffer buffer;
-  PrettyJsonWriter writer(buffer);
-  writer.StartObject();
-  writeKey(writer, "a key of sixteen");
-  writeString(writer, "");
-  writeKey(writer, "k\"");
-  writeString(writer, "0123456789abcdef\x01\\\xc3\xa9");
-  writer.EndObject();
-  EXPECT_EQ(textOf(buffer),
-            "{\n    \"a key of sixteen\": \"\",\n"
-            "    \"k\\\"\": \"0123456789abcdef\\u0001\\\\\xc3\xa9\"\n}");
-}
-
 }  // namespace
 }  // namespace quenfold
