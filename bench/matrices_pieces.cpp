@@ -9,8 +9,8 @@
 #include "json/document.h"
 #include "json/label_files.h"
 #include "matrices/pack_tree.h"
+#include "matrices/packed_reader.h"
 #include "matrices/port_string.h"
-#include "matrices/port_tree.h"
 #include "matrices/unpack.h"
 #include "piece_inputs.h"
 

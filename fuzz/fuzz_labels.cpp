@@ -5,8 +5,8 @@
 
 #include "app/files.h"
 #include "input_files.h"
+#include "json/format.h"
 #include "json/label_files.h"
-#include "json/sections.h"
 #include "logicalio/device_names.h"
 #include "target.h"
 

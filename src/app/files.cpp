@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <new>
+#include <utility>
 
 #include "app/error.h"
 #include "app/limits.h"
@@ -44,31 +45,28 @@ void throwIfOutOfMemory() {
   }
 }
 
-/// An open file, closed on every way out.
-class OpenFile {
- public:
-  OpenFile(const std::string& path, int flags)
-      : descriptor_(uninterrupted([&] {
-          constexpr mode_t kEverybody = 0666;                        // less the umask
-          return open(path.c_str(), flags | O_CLOEXEC, kEverybody);  // NOLINT(*-vararg)
-        })) {
-    if (descriptor_ == kFailed) {
-      throwIfOutOfMemory();
-      throw runtimeError("error while opening file: {}", path);
-    }
+/// The descriptor of an opened file.
+int openFile(const std::string& path, int flags) {
+  const int descriptor = uninterrupted([&] {
+    constexpr mode_t kEverybody = 0666;                        // less the umask
+    return open(path.c_str(), flags | O_CLOEXEC, kEverybody);  // NOLINT(*-vararg)
+  });
+  if (descriptor == kFailed) {
+    throwIfOutOfMemory();
+    throw runtimeError("error while opening file: {}", path);
   }
-  ~OpenFile() { close(); }
-  OpenFile(const OpenFile&) = delete;
-  OpenFile& operator=(const OpenFile&) = delete;
+  return descriptor;
+}
+
+/// A file that is read, closed on every way out.
+class InputFile {
+ public:
+  explicit InputFile(const std::string& path) : descriptor_(openFile(path, O_RDONLY)) {}
+  ~InputFile() { ::close(descriptor_); }
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
 
   [[nodiscard]] int descriptor() const { return descriptor_; }
-
-  /// Whether the system took over all that was written.
-  bool close() {
-    const int descriptor = descriptor_;
-    descriptor_ = kFailed;
-    return descriptor == kFailed || ::close(descriptor) == 0;
-  }
 
  private:
   int descriptor_;
@@ -138,24 +136,10 @@ void requireWritten(bool written, std::string_view name) {
   }
 }
 
-/// Writes each chunk to the file.
-class FileStream final : public TextStream {
- public:
-  FileStream(const OpenFile& file, const std::string& path) : file_(file), path_(path) {}
-
- private:
-  void handOn(std::string_view chunk) override {
-    requireWritten(writeAll(file_.descriptor(), chunk), path_);
-  }
-
-  const OpenFile& file_;
-  const std::string& path_;
-};
-
 }  // namespace
 
 std::string readFile(const std::string& path) {
-  const OpenFile in(path, O_RDONLY);
+  const InputFile in(path);
   std::string text;
   reserveForFile(in.descriptor(), text, path);
   readToEnd(in.descriptor(), text, path);
@@ -169,20 +153,32 @@ std::string readStandardInput() {
 }
 
 void writeFile(const std::string& path, std::string_view text) {
-  OpenFile out(path, O_WRONLY | O_CREAT | O_TRUNC);
-  const bool written = writeAll(out.descriptor(), text);
-  requireWritten(out.close() && written, path);
+  OutputFile out(path);
+  out.append(text);
+  out.close();
 }
 
-std::uint64_t streamFile(const std::string& path,
-                         void (*produce)(TextStream& out, const void* context),
-                         const void* context) {
-  OpenFile out(path, O_WRONLY | O_CREAT | O_TRUNC);
-  FileStream stream(out, path);
-  produce(stream, context);
-  stream.flush();
-  requireWritten(out.close(), path);
-  return stream.size();
+// The buffer is filled as pieces come.
+// NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
+OutputFile::OutputFile(const std::string& path)
+    : path_(path), descriptor_(openFile(path, O_WRONLY | O_CREAT | O_TRUNC)) {}
+
+OutputFile::~OutputFile() {
+  if (descriptor_ != kFailed) {
+    ::close(descriptor_);
+  }
+}
+
+void OutputFile::close() {
+  flush();
+  requireWritten(::close(std::exchange(descriptor_, kFailed)) == 0, path_);
+}
+
+void OutputFile::flush() { write({buffer_.data(), std::exchange(used_, 0)}); }
+
+void OutputFile::write(std::string_view chunk) {
+  requireWritten(writeAll(descriptor_, chunk), path_);
+  written_ += chunk.size();
 }
 
 void writeStandardOutput(std::string_view text) {

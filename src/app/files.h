@@ -1,10 +1,11 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
-
-#include "app/text_stream.h"
 
 namespace quenfold {
 
@@ -23,21 +24,57 @@ std::string readStandardInput();
 /// "error while opening file: <path>" or "error while writing file: <path>".
 void writeFile(const std::string& path, std::string_view text);
 
-/// The same for a text that comes into being while it is written: `produce` appends it, and gets
-/// the context back. Returns its length. Throws what `produce` throws as well, the file then cut
-/// short.
-std::uint64_t streamFile(const std::string& path,
-                         void (*produce)(TextStream& out, const void* context),
-                         const void* context);
+/// A file that is written piece by piece, so that no text has to be in memory as a whole. Opening
+/// creates or truncates it. Pieces are kept back until they fill a chunk. Needs no memory unless it
+/// fails.
+class OutputFile {
+ public:
+  /// The path must outlive the file. Throws "error while opening file: <path>".
+  explicit OutputFile(const std::string& path);
 
-/// The same with a closure, whatever it holds: it stays where it is.
-template <typename Produce>
-std::uint64_t streamFile(const std::string& path, const Produce& produce) {
-  const auto call = [](TextStream& out, const void* closure) {
-    (*static_cast<const Produce*>(closure))(out);
-  };
-  return streamFile(path, call, &produce);
-}
+  /// A file that was not closed stays cut short where the last chunk ended.
+  ~OutputFile();
+  OutputFile(const OutputFile&) = delete;
+  OutputFile& operator=(const OutputFile&) = delete;
+
+  /// Both throw "error while writing file: <path>".
+  void append(std::string_view bytes) {
+    if (bytes.size() > buffer_.size() - used_) {
+      flush();
+      if (bytes.size() > buffer_.size()) {
+        write(bytes);
+        return;
+      }
+    }
+    std::copy(bytes.begin(), bytes.end(), buffer_.data() + used_);
+    used_ += bytes.size();
+  }
+  void append(char byte) {
+    if (used_ == buffer_.size()) {
+      flush();
+    }
+    buffer_[used_++] = byte;
+  }
+
+  /// Returns only after the system has accepted every byte; nothing may be appended any more.
+  /// Throws "error while writing file: <path>".
+  void close();
+
+  /// Bytes appended so far.
+  [[nodiscard]] std::uint64_t size() const { return written_ + used_; }
+
+ private:
+  static constexpr std::size_t kChunk = 65536;
+
+  void flush();
+  void write(std::string_view chunk);
+
+  const std::string& path_;
+  int descriptor_;
+  std::size_t used_ = 0;
+  std::uint64_t written_ = 0;
+  std::array<char, kChunk> buffer_;  // `used_` bytes of it are kept back
+};
 
 /// Writes the bytes as they are, nothing added. Throws
 /// "error while writing file: standard output".

@@ -8,13 +8,12 @@
 namespace quenfold {
 namespace {
 
-void requireObject(const JsonValue& value, std::string_view caller) {
+/// The member, which must be there; `caller` is for the message.
+const JsonValue& requireMember(const JsonValue& value, const char* name, std::string_view caller) {
   if (!value.IsObject()) {
     throw runtimeError("{} passed non-object", caller);
   }
-}
-
-const JsonValue& found(const JsonValue* member, const char* name) {
+  const JsonValue* const member = findMember(value, name);
   if (member == nullptr) {
     throw runtimeError("{} not found", name);
   }
@@ -23,34 +22,24 @@ const JsonValue& found(const JsonValue* member, const char* name) {
 
 }  // namespace
 
-const JsonValue* findMember(const JsonValue& value, const char* name) {
-  if (!value.IsObject()) {
-    return nullptr;
+std::string_view jsonGetText(const JsonValue& value, const char* name) {
+  const JsonValue& member = requireMember(value, name, "jsonGetString");
+  if (!member.IsString()) {
+    throw runtimeError("{} is not string", name);
   }
-  const auto member = value.FindMember(name);
-  return member == value.MemberEnd() ? nullptr : &member->value;
-}
-
-void throwNoString(const JsonValue* member, const char* name) {
-  found(member, name);
-  throw runtimeError("{} is not string", name);
-}
-
-std::int32_t jsonMemberInt(const JsonValue* member, const char* name) {
-  if (!found(member, name).IsInt()) {
-    throw runtimeError("{} is not number", name);
-  }
-  return member->GetInt();
+  return jsonText(member);
 }
 
 std::string jsonGetString(const JsonValue& value, const char* name) {
-  requireObject(value, "jsonGetString");
-  return std::string(jsonMemberText(findMember(value, name), name));
+  return std::string(jsonGetText(value, name));
 }
 
 std::int32_t jsonGetInt(const JsonValue& value, const char* name) {
-  requireObject(value, "jsonGetInt");
-  return jsonMemberInt(findMember(value, name), name);
+  const JsonValue& member = requireMember(value, name, "jsonGetInt");
+  if (!member.IsInt()) {
+    throw runtimeError("{} is not number", name);
+  }
+  return member.GetInt();
 }
 
 std::int32_t jsonToInt32(const JsonValue& number) {

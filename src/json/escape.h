@@ -6,19 +6,17 @@
 
 #include "json/plain_run.h"
 
-// The packed files of matrices and "matrices.json" are spelled as RapidJSON spells JSON, the files
-// of logical IO as cJSON does. Both escape the characters that end a plain run, and no other byte:
+// The files of logical IO are spelled as cJSON spells JSON. It escapes the characters that end a
+// plain run, and no other byte:
 //
-//                                    RapidJSON           cJSON
 //   " \ and \b \f \n \r \t           a backslash and a letter
-//   any other control character      \u001F, uppercase   \u001f, lowercase
-//   the zero byte                    \u0000              none: it ends the text
+//   any other control character      \u001f, lowercase
+//   the zero byte                    none: it ends the text
 //   / and 0x7f to 0xff               as they are
 
 namespace quenfold {
 
 /// The digits of a control character without a letter.
-inline constexpr std::string_view kRapidJsonDigits = "0123456789ABCDEF";
 inline constexpr std::string_view kCJsonDigits = "0123456789abcdef";
 
 /// What stands for one character.

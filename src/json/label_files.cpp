@@ -10,114 +10,46 @@
 #include "app/limits.h"
 #include "app/stage_timer.h"
 #include "json/access.h"
-#include "json/document.h"
-#include "json/sections.h"
+#include "json/format.h"
 
 namespace quenfold {
 namespace {
 
-/// Takes the parser's events and fills a map from the members of the root's "portLabels", the first
-/// one of that name. Levels count the objects and arrays around an event.
-class PortLabelsHandler : public rapidjson::BaseReaderHandler<JsonEncoding, PortLabelsHandler> {
+/// The value of the root's member "portLabels".
+const JsonValue& portLabelsOf(const JsonDocument& root) {
+  if (!root.IsObject()) {
+    throw runtimeError("loadPortLabels root is not object");
+  }
+  const JsonValue* const entries = findMember(root, kPortLabelsSection);
+  if (entries == nullptr) {
+    throw runtimeError("{} not found", kPortLabelsSection);
+  }
+  if (!entries->IsObject()) {
+    throw runtimeError("{} is not object", kPortLabelsSection);
+  }
+  return *entries;
+}
+
+/// Puts another device in front of port keys. A long replacement is copied into each of its
+/// device's keys: the budget counts that.
+class KeyMapper {
  public:
-  PortLabelsHandler(PortLabelMap& labels, bool reverse, const DeviceMapper& mapper)
-      : labels_(labels), reverse_(reverse), mapper_(mapper) {}
+  KeyMapper(PortLabelMap& keeper, const DeviceMapper& mapper) : keeper_(keeper), mapper_(mapper) {}
 
-  void parseFrom(char** /*place*/) {}
-
-  // NOLINTBEGIN(readability-identifier-naming): the names are the library's
-  bool Default() { return value(kOther); }
-  bool RawNumber(const char* /*digits*/, rapidjson::SizeType /*length*/, bool /*copy*/) {
-    return value(kOther);
-  }
-  bool String(const char* text, rapidjson::SizeType length, bool /*copy*/) {
-    return value(kOther, {text, length});
-  }
-  bool Key(const char* text, rapidjson::SizeType length, bool /*copy*/) {
-    key_ = {text, length};
-    return true;
-  }
-  bool StartObject() { return start(kObject); }
-  bool EndObject(rapidjson::SizeType /*members*/) { return end(); }
-  bool StartArray() { return start(kOther); }
-  bool EndArray(rapidjson::SizeType /*elements*/) { return end(); }
-  // NOLINTEND(readability-identifier-naming)
-
-  /// Once the whole file has been parsed. Throws what `loadPortLabels` says of its shape.
-  void checkShape(bool isJson) const {
-    if (!isJson || root_ != kObject) {
-      throw runtimeError("loadPortLabels root is not object");
+  std::string_view map(std::string_view key) {
+    const std::size_t dot = key.find('.');
+    if (mapper_ && dot != std::string_view::npos) {
+      const std::string_view mapped = mapper_(key.substr(0, dot));
+      if (!mapped.empty()) {
+        replaced_.take(mapped.size());
+        return keeper_.keepJoined(mapped, key.substr(dot));
+      }
     }
-    if (section_ == kMissing) {
-      throw runtimeError("{} not found", kPortLabelsSection);
-    }
-    if (section_ != kObject) {
-      throw runtimeError("{} is not object", kPortLabelsSection);
-    }
-    if (!onlyStrings_) {
-      throw runtimeError("portLabel entry value is not string");
-    }
+    return key;
   }
 
  private:
-  enum Shape { kMissing, kObject, kOther };
-
-  /// `text` has null data for what is no string.
-  bool value(Shape shape, std::string_view text = {}) {
-    if (inSection_ && level_ == 2) {
-      addEntry(text);
-    } else if (level_ == 0) {
-      root_ = shape;
-    } else if (level_ == 1 && root_ == kObject && section_ == kMissing &&
-               key_ == kPortLabelsSection) {
-      section_ = shape;
-      inSection_ = shape == kObject;
-    }
-    return true;
-  }
-
-  /// What is no string is reported only when the whole file has proved to be JSON.
-  void addEntry(std::string_view label) {
-    onlyStrings_ = onlyStrings_ && label.data() != nullptr;
-    if (onlyStrings_) {
-      const std::string_view key = mappedKey();
-      labels_.assign(reverse_ ? label : key, reverse_ ? key : label);
-    }
-  }
-
-  /// A device's long replacement is copied into each of its keys: `replaced_` counts that.
-  std::string_view mappedKey() {
-    const std::size_t dot = key_.find('.');
-    if (mapper_ && dot != std::string_view::npos) {
-      const std::string_view mapped = mapper_(key_.substr(0, dot));
-      if (!mapped.empty()) {
-        replaced_.take(mapped.size());
-        return labels_.keepJoined(mapped, key_.substr(dot));
-      }
-    }
-    return key_;
-  }
-
-  bool start(Shape shape) {
-    value(shape);
-    ++level_;
-    return true;
-  }
-
-  bool end() {
-    --level_;
-    inSection_ = inSection_ && level_ > 1;
-    return true;
-  }
-
-  std::size_t level_ = 0;
-  Shape root_ = kMissing;
-  Shape section_ = kMissing;
-  bool inSection_ = false;
-  bool onlyStrings_ = true;  // the section's entries
-  std::string_view key_;     // of the value that comes next
-  PortLabelMap& labels_;
-  bool reverse_;
+  PortLabelMap& keeper_;
   const DeviceMapper& mapper_;
   Budget replaced_{"too many bytes of port label keys", kMaxReplacedBytes};
 };
@@ -165,8 +97,16 @@ PortLabelMap loadPortLabels(const std::string& path, bool reverse, const DeviceM
   PortLabelMap labels;
   std::string& text = labels.keep(readFile(path));
   TimePoint stageStart = now();
-  PortLabelsHandler handler(labels, reverse, mapper);
-  handler.checkShape(parseJsonEvents(text, handler));
+  const JsonDocument root = parseJson(text);
+  KeyMapper mapped(labels, mapper);
+  for (const auto& [name, value] : portLabelsOf(root).GetObject()) {
+    if (!value.IsString()) {
+      throw runtimeError("portLabel entry value is not string");
+    }
+    const std::string_view key = mapped.map(jsonText(name));
+    const std::string_view label = jsonText(value);
+    labels.assign(reverse ? label : key, reverse ? key : label);
+  }
   logElapsed(stageStart, "    Loaded port labels");
   return labels;
 }

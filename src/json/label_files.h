@@ -19,11 +19,6 @@ struct DeviceLabel {
   std::string serial;
 };
 
-/// The member names of a device label, shared by writer and reader, in the writer's order.
-inline constexpr const char* kDeviceLabelId = "id";
-inline constexpr const char* kDeviceLabelText = "label";
-inline constexpr const char* kDeviceLabelSerial = "serial";
-
 /// Keys and labels of a file in its order, without a copy of their own: they are views into texts
 /// that the map keeps alive.
 class PortLabelMap {
@@ -75,12 +70,13 @@ using DeviceMapper = std::function<std::string_view(std::string_view)>;
 /// "deviceLabels is not array".
 std::vector<DeviceLabel> parseDeviceLabels(const std::string& path);
 
-/// Port key to label or, with `reverse`, label to port key; of a repeated key the last value wins.
+/// Port key to label or, with `reverse`, label to port key, each up to its first zero byte; of a
+/// repeated key the last value wins.
 /// The mapper is asked for the part before the first "." of every port key that has one. Throws
 /// what `readFile` throws, "loadPortLabels root is not object", "portLabels not found",
 /// "portLabels is not object" or "portLabel entry value is not string", and a length error "too
-/// many bytes of port label keys: more than 1073741824" for what the mapper puts into the keys.
-/// That limit is met while the file is read, before its end can prove that it is no JSON.
+/// many bytes of port label keys: more than 1073741824" for what the mapper puts into the keys;
+/// of the last two the one that is met first in the file.
 PortLabelMap loadPortLabels(const std::string& path, bool reverse, const DeviceMapper& mapper);
 
 }  // namespace quenfold

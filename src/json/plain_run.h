@@ -9,20 +9,16 @@
 #include <cstring>
 #include <string_view>
 
-#ifdef __SSE2__
-#include <emmintrin.h>
-#endif
-
 // The bulk of every JSON text is string characters that stand for themselves. They are found and
-// passed a machine word at a time, or sixteen bytes where the processor has them for certain.
-// Which characters these are is decided here, for the parser and for all writers.
+// passed a machine word at a time. Which characters these are is decided here, for the parser and
+// for all writers.
 
 namespace quenfold {
 
 using ScanWord = std::size_t;
 
 /// How many bytes behind the zero byte that ends a text `plainRunEnd` may read.
-inline constexpr std::size_t kScanPadding = 15;
+inline constexpr std::size_t kScanPadding = sizeof(ScanWord) - 1;
 
 constexpr ScanWord inEveryByte(unsigned char value) { return ~ScanWord{0} / 255 * value; }
 
@@ -67,7 +63,7 @@ inline ScanWord loadWord(const char* text) {
 }
 
 /// The first character from here on that ends the run; a zero byte does.
-inline const char* plainRunEndByWords(const char* text) {
+inline const char* plainRunEnd(const char* text) {
   ScanWord ends = plainRunEnds(loadWord(text));
   while (ends == 0) {
     text += sizeof ends;
@@ -75,28 +71,6 @@ inline const char* plainRunEndByWords(const char* text) {
   }
   return text + __builtin_ctzll(ends) / CHAR_BIT;
 }
-
-#ifdef __SSE2__
-/// As `plainRunEnds` for sixteen characters, a bit for each.
-inline unsigned plainRunEndsOf16(const char* text) {
-  const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text));
-  const __m128i flipped = _mm_xor_si128(bytes, _mm_set1_epi8(0x02));
-  const __m128i isLow = _mm_cmpeq_epi8(_mm_min_epu8(flipped, _mm_set1_epi8(0x20)), flipped);
-  const __m128i isBackslash = _mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\'));
-  return static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(isLow, isBackslash)));
-}
-
-inline const char* plainRunEnd(const char* text) {
-  unsigned ends = plainRunEndsOf16(text);
-  while (ends == 0) {
-    text += sizeof(__m128i);
-    ends = plainRunEndsOf16(text);
-  }
-  return text + __builtin_ctz(ends);
-}
-#else
-inline const char* plainRunEnd(const char* text) { return plainRunEndByWords(text); }
-#endif
 
 /// How many characters the run at the beginning of a text has. Reads nothing behind the text.
 inline std::size_t plainRunLength(std::string_view text) {

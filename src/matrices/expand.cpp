@@ -7,7 +7,7 @@
 #include <unordered_map>
 
 #include "app/limits.h"
-#include "matrices/port_pattern.h"
+#include "matrices/port_printer.h"
 
 namespace quenfold::unpacking {
 namespace {
@@ -39,8 +39,8 @@ DeviceNames identify(const std::string& deviceKey, const DeviceIndex& index) {
   return {device.label, device.serial, device.id};
 }
 
-bool isEmpty(const PortFamily& family) {
-  return family.group->first > family.group->last || family.channels.first > family.channels.last;
+bool isEmpty(const PortBlock& block) {
+  return block.group->first > block.group->last || block.channels.first > block.channels.last;
 }
 
 /// Counts what the tree becomes when it is written out, before anything is. A few bytes of ranges,
@@ -49,31 +49,31 @@ class Survey {
  public:
   explicit Survey(Budget& nameBytes) : nameBytes_(nameBytes) {}
 
-  void add(const DeviceNames& device, const PortFamily& family) {
-    nameBytes_.take(device.label.size() + device.serial.size() + family.type.size());
-    if (isEmpty(family)) {
+  void add(const DeviceNames& device, const PortBlock& block) {
+    nameBytes_.take(device.label.size() + device.serial.size() + block.type.size());
+    if (isEmpty(block)) {
       return;
     }
-    const PortTypeGroup& group = *family.group;
-    const Range& channels = family.channels;
+    const PortTypeGroup& group = *block.group;
+    const Range& channels = block.channels;
     const std::uint64_t numbers = lengthOf(group.first, group.last);
     const std::uint64_t channelCount = lengthOf(channels.first, channels.last);
     portBudget_.takeTimes(numbers, channelCount);
     const std::uint64_t suffix =
-        family.slot.size() + longestPortText(group.port, group.first, group.last) +
-        family.type.size() + longestNumber(channels.first, channels.last) + kSuffixMarks;
+        block.slot.size() + longestPortText(group.port, group.first, group.last) +
+        block.type.size() + longestNumber(channels.first, channels.last) + kSuffixMarks;
     // The port is written twice and looked up under its device's ID.
     nameBytes_.takeTimes(numbers * channelCount, device.label.size() + device.serial.size() +
                                                      device.id.size() + 3 * suffix);
     ports_ += numbers * channelCount;
-    ++families_;
+    ++blocks_;
     const std::size_t longestDevice =
         std::max({device.label.size(), device.serial.size(), device.id.size()});
     longestName_ = std::max(longestName_, longestDevice + suffix);
   }
 
   [[nodiscard]] std::size_t ports() const { return static_cast<std::size_t>(ports_); }
-  [[nodiscard]] std::size_t families() const { return families_; }
+  [[nodiscard]] std::size_t blocks() const { return blocks_; }
 
   /// More than any memory has stays more than any memory has.
   [[nodiscard]] std::size_t longestName() const {
@@ -87,7 +87,7 @@ class Survey {
   Budget& nameBytes_;
   Budget portBudget_{"too many ports", kMaxPorts};
   std::uint64_t ports_ = 0;
-  std::size_t families_ = 0;
+  std::size_t blocks_ = 0;
   std::uint64_t longestName_ = 0;
 };
 
@@ -97,47 +97,47 @@ class Expander {
       : portLabels_(portLabels), nameBytes_(nameBytes), key_(survey.longestName()) {
     expanded_.longestName = survey.longestName();
     // Room for all of them at once: the references stay valid while the list fills.
-    expanded_.families.reserve(survey.families());
+    expanded_.blocks.reserve(survey.blocks());
     if (!portLabels.empty()) {
       expanded_.labels.reserve(survey.ports());
     }
   }
 
-  void add(const DeviceNames& device, const PortFamily& family) {
-    matrixName_.assign(device.label).append(".").append(family.type);
+  void add(const DeviceNames& device, const PortBlock& block) {
+    matrixName_.assign(device.label).append(".").append(block.type);
     MatrixEntry& matrix =
         expanded_.matrices.try_emplace(matrixName_, MatrixEntry{device.serial, {}}).first->second;
-    if (!isEmpty(family)) {
-      matrix.families.push_back(
-          &expanded_.families.emplace_back(ExpandedFamily{device, family, expanded_.ports}));
-      count(family);
-      checkPorts(device.id, family);
+    if (!isEmpty(block)) {
+      matrix.blocks.push_back(
+          &expanded_.blocks.emplace_back(ExpandedBlock{device, block, expanded_.ports}));
+      count(block);
+      checkPorts(device.id, block);
     }
   }
 
   ExpandedTree take() { return std::move(expanded_); }
 
  private:
-  void count(const PortFamily& family) {
+  void count(const PortBlock& block) {
     const auto ports =
-        static_cast<std::size_t>(lengthOf(family.group->first, family.group->last) *
-                                 lengthOf(family.channels.first, family.channels.last));
+        static_cast<std::size_t>(lengthOf(block.group->first, block.group->last) *
+                                 lengthOf(block.channels.first, block.channels.last));
     expanded_.ports += ports;
-    expanded_.inputs += family.group->direction == Direction::kSource ? ports : 0;
-    expanded_.outputs += family.group->direction == Direction::kDestination ? ports : 0;
+    expanded_.inputs += block.group->direction == Direction::kSource ? ports : 0;
+    expanded_.outputs += block.group->direction == Direction::kDestination ? ports : 0;
   }
 
   /// Spells each port where that can fail or where the port may have a label.
-  void checkPorts(std::string_view deviceId, const PortFamily& family) {
-    const PortTypeGroup& group = *family.group;
+  void checkPorts(std::string_view deviceId, const PortBlock& block) {
+    const PortTypeGroup& group = *block.group;
     if (portLabels_.empty() && splitPattern(group.port).kind != PortPattern::Kind::kFormat) {
       return;
     }
-    key_.startFamily(deviceId, family);
+    key_.startBlock(deviceId, block);
     forEachNumber({group.first, group.last}, [&](std::int32_t port) {
       key_.startPort(port);
       if (!portLabels_.empty()) {
-        addLabels(family.channels);
+        addLabels(block.channels);
       }
     });
   }
@@ -154,19 +154,19 @@ class Expander {
   const PortLabelMap& portLabels_;
   Budget& nameBytes_;
   ExpandedTree expanded_;
-  PortName key_;
+  PortPrinter key_;
   std::string matrixName_;
 };
 
-/// Calls visit(device, family) for every type of every group in the order of writing.
+/// Calls visit(device, block) for every type of every group in the order of writing.
 template <typename Visit>
-void forEachFamily(const PortTree& tree, const DeviceIndex& index, Visit visit) {
+void forEachBlock(const PortTree& tree, const DeviceIndex& index, Visit visit) {
   for (const auto& [deviceKey, slots] : tree) {
     const DeviceNames device = identify(deviceKey, index);
     for (const auto& [slot, groups] : slots) {
       for (const PortTypeGroup& group : groups) {
         for (const auto& [type, channels] : group.types) {
-          visit(device, PortFamily{slot, &group, type, channels});
+          visit(device, PortBlock{slot, &group, type, channels});
         }
       }
     }
@@ -180,9 +180,9 @@ ExpandedTree expandPortTree(const PortTree& tree, const std::vector<DeviceLabel>
   const DeviceIndex index = indexById(deviceLabels);
   Budget nameBytes("too many bytes of port names", kMaxTextBytes);
   Survey survey(nameBytes);
-  forEachFamily(tree, index, [&](const auto&... family) { survey.add(family...); });
+  forEachBlock(tree, index, [&](const auto&... block) { survey.add(block...); });
   Expander expander(portLabels, nameBytes, survey);
-  forEachFamily(tree, index, [&](const auto&... family) { expander.add(family...); });
+  forEachBlock(tree, index, [&](const auto&... block) { expander.add(block...); });
   return expander.take();
 }
 

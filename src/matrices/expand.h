@@ -8,35 +8,35 @@
 #include <vector>
 
 #include "json/label_files.h"
-#include "matrices/port_name.h"
-#include "matrices/port_tree.h"
+#include "matrices/packed_reader.h"
+#include "matrices/port_printer.h"
 
 namespace quenfold::unpacking {
 
-/// How a device is called in each place.
+/// The names of a device.
 struct DeviceNames {
   std::string_view label;
   std::string_view serial;
   std::string_view id;
 };
 
-/// A family of at least one port, and where it stands among all.
-struct ExpandedFamily {
+/// A block of at least one port, and where it stands among all.
+struct ExpandedBlock {
   DeviceNames device;
-  PortFamily ports;
+  PortBlock ports;
   std::size_t firstPort = 0;  // the ports created before it
 };
 
 struct MatrixEntry {
   std::string_view serialnumber;
-  std::vector<const ExpandedFamily*> families;
+  std::vector<const ExpandedBlock*> blocks;
 };
 
 /// The port tree in the order in which its ports are created, which are counted and checked but not
 /// spelled yet: they would fill many times the memory of the tree. Refers to the tree and the
-/// labels. The references of the matrices point into `families`.
+/// labels. The references of the matrices point into `blocks`.
 struct ExpandedTree {
-  std::vector<ExpandedFamily> families;
+  std::vector<ExpandedBlock> blocks;
   std::map<std::string, MatrixEntry> matrices;  // by matrix name
   std::vector<std::string_view> labels;         // by port; empty when no port can have one
   std::size_t ports = 0;

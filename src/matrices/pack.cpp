@@ -6,11 +6,11 @@
 
 #include "app/files.h"
 #include "app/stage_timer.h"
-#include "json/document.h"
-#include "json/sections.h"
+#include "json/format.h"
+#include "json/writer.h"
+#include "matrices/legacy_reader.h"
 #include "matrices/pack_tree.h"
-#include "matrices/packed_sections.h"
-#include "matrices/reader.h"
+#include "matrices/packed_writer.h"
 
 namespace quenfold {
 namespace {

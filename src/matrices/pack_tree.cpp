@@ -50,18 +50,15 @@ struct PortClass {
   std::vector<const PortString*> ports;
 };
 
-/// Finds the class of each layout, that of the last one without a search.
+/// The ports of each layout, in order of appearance.
 class PortClasses {
  public:
   void add(const PackPort& port) {
-    if (classes_.empty() || !sameLayout(*classes_[last_].types, port.types)) {
-      const auto [entry, isNew] = positions_.try_emplace(&port.types, classes_.size());
-      if (isNew) {
-        classes_.push_back({&port.types, {}});
-      }
-      last_ = entry->second;
+    const auto [entry, isNew] = positions_.try_emplace(&port.types, classes_.size());
+    if (isNew) {
+      classes_.push_back({&port.types, {}});
     }
-    classes_[last_].ports.push_back(&port.port);
+    classes_[entry->second].ports.push_back(&port.port);
   }
 
   [[nodiscard]] auto begin() const { return classes_.begin(); }
@@ -70,7 +67,6 @@ class PortClasses {
  private:
   std::vector<PortClass> classes_;
   std::unordered_map<const Layout*, std::size_t, LayoutHash, LayoutEqual> positions_;
-  std::size_t last_ = 0;
 };
 
 /// Kept on purpose: 0 counts as not set, so a port 0 is overwritten by the next number, and the
@@ -99,14 +95,9 @@ bool beginsWith(std::string_view text, std::string_view beginning) {
 }
 
 /// The port string up to and including the "." behind its type.
-std::string_view familyOf(std::string_view portText, const SplitPort& parts) {
+std::string_view upToChannel(std::string_view portText, const SplitPort& parts) {
   const char* const typeEnd = parts.type.data() + parts.type.size();
   return portText.substr(0, static_cast<std::size_t>(typeEnd - portText.data()) + 1);
-}
-
-/// The port string up to and including the "." behind its slot.
-std::string_view placeOf(std::string_view portText, const SplitPort& parts) {
-  return portText.substr(0, static_cast<std::size_t>(parts.port.data() - portText.data()));
 }
 
 PackSlot& slotOf(DeviceList& devices, const SplitPort& port) {
@@ -127,26 +118,8 @@ ChannelList& channelsOf(PackPort& port, std::string_view type) {
   return port.types.findOrAppend(type, [&] { return TypeChannels{type, {}}; }).channels;
 }
 
-/// Moves to the place of a port from that of the last one; a list in which both have the same item
-/// is not searched, and nothing was appended to it since.
-ChannelList& moveTo(PortCursor& cursor, DeviceList& devices, std::string_view portText) {
-  const PortCursor last = std::exchange(cursor, {});
-  const bool sameSlot = last.slot != nullptr && beginsWith(portText, last.place);
-  PortCursor next;
-  next.parts = sameSlot ? splitBehindSlot(last.parts, portText.substr(last.place.size()))
-                        : splitPort(portText);
-  next.place = placeOf(portText, next.parts);
-  next.family = familyOf(portText, next.parts);
-  next.slot = sameSlot ? last.slot : &slotOf(devices, next.parts);
-  const bool samePort = sameSlot && last.parts.port == next.parts.port;
-  next.port = samePort ? last.port : &portOf(*next.slot, next.parts.port);
-  ChannelList& channels = channelsOf(*next.port, next.parts.type);
-  next.channels = &channels;
-  cursor = next;
-  return channels;
-}
+}  // namespace
 
-/// Appends the channel, or reports that it is there already.
 void addChannel(ChannelList& channels, const SplitPort& port) {
   if (channels.find(port.ch) == nullptr) {
     channels.append(port.ch);
@@ -161,16 +134,23 @@ void addChannel(ChannelList& channels, const SplitPort& port) {
                            std::string_view(known.data(), known.size()));
 }
 
-}  // namespace
+ChannelList& addPort(DeviceList& devices, const SplitPort& port) {
+  PackPort& found = portOf(slotOf(devices, port), port.port);
+  ChannelList& channels = channelsOf(found, port.type);
+  addChannel(channels, port);
+  return channels;
+}
 
 void addPort(DeviceList& devices, PortCursor& cursor, std::string_view portText) {
-  if (cursor.channels != nullptr && beginsWith(portText, cursor.family)) {
-    cursor.parts.ch = parseChannel(portText.substr(cursor.family.size()));
+  if (cursor.channels != nullptr && beginsWith(portText, cursor.front)) {
+    cursor.parts.ch = parseChannel(portText.substr(cursor.front.size()));
     addChannel(*cursor.channels, cursor.parts);
-  } else {
-    ChannelList& channels = moveTo(cursor, devices, portText);
-    addChannel(channels, cursor.parts);
+    return;
   }
+  cursor = {};
+  const SplitPort parts = splitPort(portText);
+  ChannelList& channels = addPort(devices, parts);
+  cursor = {upToChannel(portText, parts), parts, &channels};
 }
 
 void consolidate(PackSlot& slot) {

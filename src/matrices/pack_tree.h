@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "app/indexed_list.h"
+#include "matrices/format.h"
 #include "matrices/port_string.h"
-#include "matrices/tree_format.h"
 
 /// The pack side's model: ports as they are read, in input order, then merged into groups.
 namespace quenfold::packing {
@@ -55,23 +55,26 @@ struct PackDevice {
 
 using DeviceList = IndexedList<PackDevice, &PackDevice::name>;
 
-/// Where the last port went, all null before the first and after a failure. The channels of a port
+/// Inserts the port at the end of every list in which it is new; the result is the list that has
+/// its channel. Its texts must live as long as the tree. Throws what `parsePortString` throws after
+/// the port's device and slot were added: they stay.
+ChannelList& addPort(DeviceList& devices, const SplitPort& port);
+
+/// Where the last port went, null before the first and after a failure. The channels of a port
 /// mostly follow each other: their port strings differ in nothing but the channel, and the next one
-/// needs neither cutting nor searching.
+/// needs neither cutting nor searching. Without it packing takes 19 % more instructions.
 struct PortCursor {
-  std::string_view place;   // the port string up to its port
-  std::string_view family;  // the port string up to its channel
+  std::string_view front;  // the last port string up to its channel
   SplitPort parts;
-  PackSlot* slot = nullptr;
-  PackPort* port = nullptr;
   ChannelList* channels = nullptr;
 };
 
-/// Splits a port string and inserts the port at the end of every list in which it is new. The port
-/// string must live as long as the tree; nobody else may insert as long as the cursor is used.
-/// Throws what `splitPort` throws, and what `parsePortString` throws after the port's device and
-/// slot were added: they stay. Reports on standard error a channel that is there already.
+/// Splits the port string and inserts the port; throws what `splitPort` throws as well. Nobody else
+/// may insert as long as the cursor is used.
 void addPort(DeviceList& devices, PortCursor& cursor, std::string_view portText);
+
+/// Appends the port's channel, or reports on standard error that it is there already.
+void addChannel(ChannelList& channels, const SplitPort& port);
 
 /// Replaces the slot's groups: ports of equal layout form a class, the ports of a class with the
 /// same pattern a range; classes and ranges in order of appearance. The ports must stay as they

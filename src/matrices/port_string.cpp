@@ -35,10 +35,7 @@ std::int32_t parseNumber(std::string_view text) {
 
 /// The text before the next "." of `rest`, which moves past it; all of it when there is none.
 std::string_view takePart(std::string_view& rest) {
-  std::size_t dot = 0;  // parts are short: a search by the C library takes longer to begin
-  while (dot < rest.size() && rest[dot] != '.') {
-    ++dot;
-  }
+  const std::size_t dot = std::min(rest.find('.'), rest.size());
   const std::string_view part = rest.substr(0, dot);
   rest.remove_prefix(std::min(dot + 1, rest.size()));
   return part;
@@ -61,11 +58,6 @@ SplitPort splitPort(std::string_view portText) {
   std::string_view rest = portText;
   parts.device = takePart(rest);
   parts.slot = takePart(rest);
-  return splitBehindSlot(parts, rest);
-}
-
-SplitPort splitBehindSlot(const SplitPort& before, std::string_view rest) {
-  SplitPort parts = before;
   parts.port = takePart(rest);
   parts.type = takePart(rest);
   // With a "." missing nothing is left for the channel, which then reports it.

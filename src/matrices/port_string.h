@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "matrices/tree_format.h"
+#include "matrices/format.h"
 
 namespace quenfold {
 
@@ -22,9 +22,6 @@ struct SplitPort {
 /// Throws "splitPort - no device.", "Bad ch string" (also when there are fewer than four dots) or
 /// "PortString number error".
 SplitPort splitPort(std::string_view portText);
-
-/// The same for a port string of the same device and slot as `before`, from its port on.
-SplitPort splitBehindSlot(const SplitPort& before, std::string_view rest);
 
 /// The number of a channel part "ch3". Throws "Bad ch string" or "PortString number error".
 std::int32_t parseChannel(std::string_view channelPart);

@@ -16,18 +16,18 @@
 #include "app/stage_timer.h"
 #include "json/access.h"
 #include "json/document.h"
+#include "json/format.h"
 #include "json/label_files.h"
-#include "json/sections.h"
 #include "matrices/expand.h"
-#include "matrices/legacy_format.h"
-#include "matrices/legacy_texts.h"
-#include "matrices/port_tree.h"
+#include "matrices/format.h"
+#include "matrices/legacy_writer.h"
+#include "matrices/packed_reader.h"
 
 namespace quenfold {
 namespace {
 
 using unpacking::ExpandedTree;
-using unpacking::LegacyTexts;
+using unpacking::LegacyWriter;
 using unpacking::PortTree;
 
 /// All that is loaded: the expanded tree refers to it.
@@ -73,7 +73,7 @@ ExpandedTree expand(const PackedFiles& files) {
 /// be reported where they always were.
 struct LegacyFile {
   std::string_view name;
-  void (LegacyTexts::*write)(TextStream& out);
+  void (LegacyWriter::*write)(OutputFile& out);
   std::array<std::string_view, 2> stages;
   std::size_t ExpandedTree::*ports;  // without any there is no stage; null for always
 };
@@ -81,23 +81,23 @@ struct LegacyFile {
 /// In the order in which they are written.
 constexpr std::array<LegacyFile, 5> kLegacyFiles = {{
     {kMatricesFile,
-     &LegacyTexts::writeMatrices,
+     &LegacyWriter::writeMatrices,
      {"      Created matrices JSON", "      serialized matrices JSON"},
      nullptr},
     {kAvailableInputsFile,
-     &LegacyTexts::writeAvailableInputs,
+     &LegacyWriter::writeAvailableInputs,
      {"      serialized available JSON"},
      &ExpandedTree::inputs},
     {kAvailableOutputsFile,
-     &LegacyTexts::writeAvailableOutputs,
+     &LegacyWriter::writeAvailableOutputs,
      {"      serialized available JSON"},
      &ExpandedTree::outputs},
     {kPortLabelsFile,
-     &LegacyTexts::writePortLabels,
+     &LegacyWriter::writePortLabels,
      {"      createPortLabels serializeJSON"},
      &ExpandedTree::ports},
     {kUserPortLabelsFile,
-     &LegacyTexts::writeUserPortLabels,
+     &LegacyWriter::writeUserPortLabels,
      {"      createUserPortLabels serializeJSON"},
      &ExpandedTree::ports},
 }};
@@ -117,7 +117,7 @@ void reportStages(const LegacyFile& file, const ExpandedTree& expanded) {
 struct Output {
   std::string path;
   std::string report;
-  void (LegacyTexts::*write)(TextStream& out);
+  void (LegacyWriter::*write)(OutputFile& out);
 };
 
 std::vector<Output> planOutputs(const ExpandedTree& expanded,
@@ -145,12 +145,14 @@ void ensureDirectory(const std::string& directory) {
 }
 
 /// Nothing is allocated between the first file and the last.
-std::uint32_t writeOutputs(const std::vector<Output>& outputs, LegacyTexts& texts,
+std::uint32_t writeOutputs(const std::vector<Output>& outputs, LegacyWriter& writer,
                            TimePoint& runStage) {
   std::uint32_t total = 0;
   for (const Output& output : outputs) {
-    const auto write = [&](TextStream& out) { (texts.*output.write)(out); };
-    total += static_cast<std::uint32_t>(streamFile(output.path, write));
+    OutputFile out(output.path);
+    (writer.*output.write)(out);
+    out.close();
+    total += static_cast<std::uint32_t>(out.size());
     logElapsed(runStage, output.report);
   }
   return total;
@@ -165,10 +167,10 @@ std::uint32_t convertPackedMatrices(const std::string& sourceDir,
   const PackedFiles files = loadPackedFiles(sourceDir, runStage);
   const ExpandedTree expanded = expand(files);
   const std::vector<Output> outputs = planOutputs(expanded, outputFiles, outputDir);
-  LegacyTexts texts(expanded);
+  LegacyWriter writer(expanded);
   logElapsed(runStage, "  Finished unrolling and serializing all");
   ensureDirectory(outputDir);
-  return writeOutputs(outputs, texts, runStage);
+  return writeOutputs(outputs, writer, runStage);
 }
 
 }  // namespace quenfold

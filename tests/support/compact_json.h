@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "json/document.h"
+#include "json/writer.h"
 
 namespace quenfold::test {
 

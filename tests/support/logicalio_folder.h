@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "app/stage_timer.h"
-#include "json/sections.h"
+#include "json/format.h"
 #include "logicalio/pack.h"
 #include "logicalio/unpack.h"
 #include "support/scratch.h"

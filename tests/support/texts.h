@@ -1,30 +1,21 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
-#include "app/text_stream.h"
+#include "app/files.h"
+#include "support/scratch.h"
 
 namespace quenfold::test {
 
-/// Keeps the text.
-class StringStream final : public TextStream {
- public:
-  [[nodiscard]] const std::string& text() const { return text_; }
-
- private:
-  void handOn(std::string_view chunk) override { text_ += chunk; }
-
-  std::string text_;
-};
-
-/// All that `produce` appends to a stream.
+/// All that `produce` appends to a file.
 template <typename Produce>
 std::string textOf(Produce produce) {
-  StringStream out;
+  const ScratchFolder scratch;
+  const std::string path = scratch.path("text");
+  OutputFile out(path);
   produce(out);
-  out.flush();
-  return out.text();
+  out.close();
+  return scratch.bytesOf("text");
 }
 
 }  // namespace quenfold::test

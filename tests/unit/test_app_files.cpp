@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <memory>
 #include <new>
 #include <string>
 
@@ -123,8 +122,8 @@ TEST(Files, AreClosedOnEveryWayOutAndNoOthersAre) {
   readFile(path);
   EXPECT_THROW(readFile(scratch.path()), std::runtime_error);
   EXPECT_THROW(writeFile("/dev/full", "x"), std::runtime_error);
-  streamFile(path, [](TextStream& out) { out.append("y"); });
-  EXPECT_THROW(streamFile(path, [](TextStream&) { throw std::bad_alloc(); }), std::bad_alloc);
+  OutputFile(path).close();
+  { const OutputFile leftOpen(path); }
   EXPECT_EQ(nextDescriptor(), before);
 }
 
@@ -136,48 +135,80 @@ TEST(JoinPath, AlwaysInsertsTheSlash) {
   EXPECT_EQ(joinPath("dir", ""), "dir/");
 }
 
-TEST(StreamFile, WritesWhatIsAppendedAndTellsItsLength) {
+TEST(OutputFile, WritesPiecesInOrderAndTellsTheirLength) {
   const test::ScratchFolder scratch;
   const std::string path = scratch.file("out", "something long");
-  EXPECT_EQ(streamFile(path, [](TextStream& out) { out.append("x\n"); }), 2U);
-  EXPECT_EQ(scratch.bytesOf("out"), "x\n");
-  const std::string piece(50000, 'y');
-  const auto produce = [&](TextStream& out) {
-    for (int i = 0; i < 4; ++i) {
-      out.append(piece);
-    }
-  };
-  EXPECT_EQ(streamFile(path, produce), 200000U);
-  EXPECT_EQ(scratch.bytesOf("out"), std::string(200000, 'y'));
-  EXPECT_EQ(streamFile(path, [](TextStream&) {}), 0U);
+  OutputFile out(path);
   EXPECT_EQ(scratch.bytesOf("out"), "");
+  out.append("ab");
+  out.append("");
+  out.append('\n');
+  EXPECT_EQ(out.size(), 3U);
+  EXPECT_EQ(scratch.bytesOf("out"), "") << "pieces are kept back";
+  out.close();
+  EXPECT_EQ(scratch.bytesOf("out"), "ab\n");
+  EXPECT_EQ(out.size(), 3U);
 }
 
-TEST(StreamFile, LeavesAClosureWhereItIs) {
+TEST(OutputFile, KeepsBackUpToAChunk) {
   const test::ScratchFolder scratch;
-  // Nothing that would have to copy the closure takes this one.
-  const auto produce = [text = std::make_unique<std::string>("once")](TextStream& out) {
-    out.append(*text);
-  };
-  EXPECT_EQ(streamFile(scratch.path("out"), produce), 4U);
-  EXPECT_EQ(scratch.bytesOf("out"), "once");
+  const std::string path = scratch.path("out");
+  const std::string chunk(65536, 'x');
+  OutputFile out(path);
+  const auto written = [&] { return scratch.bytesOf("out"); };
+  out.append("y");
+  out.append(chunk);
+  EXPECT_EQ(written(), "y");
+  out.append('z');
+  EXPECT_EQ(written(), "y" + chunk);
+  out.append(chunk.substr(1));
+  EXPECT_EQ(written(), "y" + chunk) << "it fits what is left";
+  out.append(chunk + "!");
+  EXPECT_EQ(written(), "y" + chunk + 'z' + chunk.substr(1) + chunk + "!");
+  EXPECT_EQ(out.size(), 3 * chunk.size() + 2);
 }
 
-TEST(StreamFile, NamesTheFileThatFails) {
+TEST(OutputFile, LosesNothingWherePiecesMeetTheEndOfAChunk) {
+  const test::ScratchFolder scratch;
+  const std::string path = scratch.path("out");
+  for (const std::size_t length : {1U, 7U, 65535U, 65536U, 65537U, 200000U}) {
+    std::string expected;
+    OutputFile out(path);
+    while (expected.size() < 400000) {
+      const std::string piece(length, static_cast<char>('a' + expected.size() % 26));
+      expected += piece + '.';
+      out.append(piece);
+      out.append('.');
+    }
+    out.close();
+    EXPECT_EQ(scratch.bytesOf("out"), expected) << length;
+    EXPECT_EQ(out.size(), expected.size());
+  }
+}
+
+TEST(OutputFile, LeavesWhatWasNotClosedCutShort) {
+  const test::ScratchFolder scratch;
+  const std::string path = scratch.path("out");
+  {
+    OutputFile out(path);
+    out.append(std::string(70000, 'x'));
+    out.append("kept back");
+  }
+  EXPECT_EQ(scratch.bytesOf("out"), std::string(70000, 'x'));
+}
+
+TEST(OutputFile, NamesTheFileThatFails) {
   const test::ScratchFolder scratch;
   const std::string path = scratch.path("no/out");
-  const auto one = [](TextStream& out) { out.append("x"); };
-  EXPECT_EQ(test::messageOf([&] { streamFile(path, one); }), "error while opening file: " + path);
-  EXPECT_EQ(test::messageOf([&] { streamFile("/dev/full", one); }),
+  EXPECT_EQ(test::messageOf([&] { const OutputFile out(path); }),
+            "error while opening file: " + path);
+  const std::string full = "/dev/full";
+  OutputFile one(full);
+  one.append('x');
+  EXPECT_EQ(test::messageOf([&] { one.close(); }), "error while writing file: /dev/full");
+  OutputFile much(full);
+  EXPECT_EQ(test::messageOf([&] { much.append(std::string(1000000, 'x')); }),
             "error while writing file: /dev/full");
-  bool wentOn = false;
-  const auto much = [&](TextStream& out) {
-    out.append(std::string(1000000, 'x'));
-    wentOn = true;
-  };
-  EXPECT_EQ(test::messageOf([&] { streamFile("/dev/full", much); }),
-            "error while writing file: /dev/full");
-  EXPECT_FALSE(wentOn) << "the first failure ends it";
 }
 
 }  // namespace

@@ -40,6 +40,13 @@ TEST(JsonGetString, TakesTheFirstMemberUpToAZeroByte) {
   EXPECT_EQ(jsonGetString(Parsed("{\"a\":\"\xff\xfe\"}").root, "a"), "\xff\xfe");
 }
 
+TEST(JsonGetText, ViewsWhatJsonGetStringCopies) {
+  const Parsed parsed(R"({"a":"x\u0000y"})");
+  EXPECT_EQ(jsonGetText(parsed.root, "a"), "x");
+  EXPECT_EQ(jsonGetText(parsed.root, "a").data(), parsed.text.data() + 6);
+  EXPECT_EQ(test::messageOf([&] { jsonGetText(parsed.root, "b"); }), "b not found");
+}
+
 TEST(FindMember, FindsNothingInAValueThatIsNoObject) {
   for (const char* json : {"[]", R"(["a"])", "5", R"("a")", "null", "{}"}) {
     EXPECT_EQ(findMember(Parsed(json).root, "a"), nullptr) << json;

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <stdexcept>
 #include <string>
 
@@ -41,63 +40,6 @@ TEST(JsonAllocator, GivesMemoryBack) {
   EXPECT_EQ(test::heapInUse(), before);
   EXPECT_EQ(JsonAllocator::Realloc(JsonAllocator::Malloc(test::kLarge), test::kLarge, 0), nullptr);
   EXPECT_EQ(test::heapInUse(), before);
-}
-
-TEST(PrettyJsonWriter, WritesMembersOnLinesAndListsOnOne) {
-  JsonBuffer buffer;
-  PrettyJsonWriter writer(buffer);
-  writer.StartObject();
-  writeKey(writer, "plain");
-  writeString(writer, "text");
-  writeKey(writer, "");
-  writer.StartArray();
-  writeString(writer, "a");
-  writeString(writer, "");
-  writeString(writer, "b\n");
-  writer.EndArray();
-  writeKey(writer, "q\"");
-  writer.Int(7);
-  writer.EndObject();
-  EXPECT_EQ(textOf(buffer), R"({
-    "plain": "text",
-    "": ["a", "", "b\n"],
-    "q\"": 7
-})");
-}
-
-/// What a handler of events is told before the first and after the last.
-struct PlaceHandler : rapidjson::BaseReaderHandler<JsonEncoding, PlaceHandler> {
-  explicit PlaceHandler(const std::string& parsed) : text(parsed) {}
-  void parseFrom(char** newPlace) { place = newPlace; }
-  bool EndObject(rapidjson::SizeType /*members*/) {  // NOLINT(readability-identifier-naming)
-    sizeWhileParsing = text.size();
-    rest = *place;
-    return true;
-  }
-
-  const std::string& text;
-  char** place = nullptr;
-  std::size_t sizeWhileParsing = 0;
-  std::string rest;
-};
-
-TEST(ParseJsonEvents, TellsThePlaceAndPadsTheTextMeanwhile) {
-  std::string text = R"({"a":[]}  )";
-  PlaceHandler handler(text);
-  EXPECT_TRUE(parseJsonEvents(text, handler));
-  EXPECT_EQ(handler.rest, "}  ");
-  EXPECT_EQ(handler.sizeWhileParsing, 10 + kScanPadding);
-  EXPECT_EQ(handler.place, nullptr);
-  EXPECT_EQ(text.size(), 10U);
-}
-
-TEST(TextOf, AllocatesNothingForAFullBuffer) {
-  JsonBuffer buffer;
-  const std::string bytes(JsonBuffer::kDefaultCapacity, 'x');
-  std::copy(bytes.begin(), bytes.end(), buffer.Push(bytes.size()));
-  ASSERT_EQ(buffer.stack_.GetCapacity(), bytes.size());
-  EXPECT_EQ(textOf(buffer), bytes);
-  EXPECT_EQ(buffer.stack_.GetCapacity(), bytes.size());
 }
 
 TEST(ParseJson, TakesEveryExponentForANumberOrNone) {

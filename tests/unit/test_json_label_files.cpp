@@ -1,8 +1,11 @@
+#include <fmt/format.h>
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
 #include <map>
 #include <utility>
 
+#include "app/limits.h"
 #include "app/stage_timer.h"
 #include "json/label_files.h"
 #include "support/scratch.h"
@@ -84,6 +87,26 @@ TEST(LoadPortLabels, LastOccurrenceWins) {
   EXPECT_EQ(portsOf(json, true), (Entries{{"Vox", "b.1"}, {"Sax", "a.1"}}));
 }
 
+TEST(LoadPortLabels, TakesKeysAndLabelsUpToAZeroByte) {
+  const char* const json =
+      R"({"portLabels": {"a.1": "q\u0000r", "b.2\u0000x": "Vox", "c.3": "\u0000r", "\u0000": "N"}})";
+  EXPECT_EQ(portsOf(json), (Entries{{"a.1", "q"}, {"b.2", "Vox"}, {"c.3", ""}, {"", "N"}}));
+  EXPECT_EQ(portsOf(json, true), (Entries{{"q", "a.1"}, {"Vox", "b.2"}, {"", "c.3"}, {"N", ""}}));
+}
+
+TEST(LoadPortLabels, TakesKeysThatAreEqualUpToAZeroByteForOne) {
+  EXPECT_EQ(portsOf(R"({"portLabels": {"a.1\u0000x": "Vox", "a.1\u0000y": "Sax"}})"),
+            (Entries{{"a.1", "Sax"}}));
+  EXPECT_EQ(portsOf(R"({"portLabels": {"a.1": "Vox\u0000x", "b.1": "Vox\u0000y"}})", true),
+            (Entries{{"Vox", "b.1"}}));
+}
+
+TEST(LoadPortLabels, AsksTheMapperForNothingBehindAZeroByte) {
+  const auto labels = portsOf(R"({"portLabels": {"dev1.in\u0000.x": "V", "dev\u0000.in": "W"}})",
+                              false, [](std::string_view) { return "7"; });
+  EXPECT_EQ(labels, (Entries{{"7.in", "V"}, {"dev", "W"}}));
+}
+
 TEST(LoadPortLabels, AsksTheMapperForTheDevicePart) {
   const char* const json = R"({"portLabels": {"dev1.in.3": "Vox", "plain": "P", "x.y": "X"}})";
   std::vector<std::string> asked;
@@ -154,6 +177,39 @@ TEST(LoadPortLabels, KeepsTheOrderAndFindsEachOfMany) {
     EXPECT_EQ(labels.entries()[static_cast<std::size_t>(i)].key, "p." + std::to_string(i));
     EXPECT_EQ(*labels.find("p." + std::to_string(i)), "L" + std::to_string(i));
   }
+}
+
+/// As many bytes as the limit and one more; nobody may look at them.
+class TooManyBytes {
+ public:
+  TooManyBytes() : bytes_(mmap(nullptr, kSize, PROT_NONE, kFlags, -1, 0)) {}
+  ~TooManyBytes() { munmap(bytes_, kSize); }
+  TooManyBytes(const TooManyBytes&) = delete;
+  TooManyBytes& operator=(const TooManyBytes&) = delete;
+
+  [[nodiscard]] std::string_view view() const { return {static_cast<const char*>(bytes_), kSize}; }
+
+ private:
+  static constexpr std::size_t kSize = kMaxReplacedBytes + 1;
+  static constexpr int kFlags = MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE;
+
+  void* bytes_;
+};
+
+TEST(LoadPortLabels, MeetsItsLimitInTheOrderOfAFileThatIsJson) {
+  const TooManyBytes device;
+  const auto message = [&](std::string_view entries, std::string_view end) {
+    return test::messageOf([&] {
+      portsOf(fmt::format(R"({{"portLabels": {{{}}}}}{})", entries, end), false,
+              [&](std::string_view) { return device.view(); });
+    });
+  };
+  const std::string limit =
+      fmt::format("too many bytes of port label keys: more than {}", kMaxReplacedBytes);
+  EXPECT_EQ(message(R"("a.1": "Vox")", ""), limit);
+  EXPECT_EQ(message(R"("a.1": "Vox")", " x"), "loadPortLabels root is not object");
+  EXPECT_EQ(message(R"("a.1": "Vox", "b.1": 5)", ""), limit);
+  EXPECT_EQ(message(R"("b.1": 5, "a.1": "Vox")", ""), "portLabel entry value is not string");
 }
 
 TEST(LoadPortLabels, ReportsNoStringOnlyWhereTheFileIsJson) {

@@ -31,8 +31,6 @@ TEST(PlainRun, EndsAtTheCharactersThatJsonTakesForMore) {
       EXPECT_EQ(isPlainRun(text), !ends) << value;
       text.resize(text.size() + kScanPadding);
       EXPECT_EQ(plainRunEnd(text.data()) - text.data(), static_cast<std::ptrdiff_t>(expected));
-      EXPECT_EQ(plainRunEndByWords(text.data()) - text.data(),
-                static_cast<std::ptrdiff_t>(expected));
     }
   }
 }
@@ -74,14 +72,12 @@ TEST(PlainRun, ReadsNoFurtherThanItSays) {
     std::fill(padded, page.end(), 'a');
     padded[length] = '\0';
     EXPECT_EQ(plainRunEnd(padded), padded + length);
-    EXPECT_EQ(plainRunEndByWords(padded), padded + length);
   }
 }
 
 TEST(PlainRun, EndsAtTheFirstOfSeveral) {
   const std::string text = std::string("ab\"\\\x1f\x01") + std::string(kScanPadding, '\0');
   EXPECT_EQ(plainRunEnd(text.data()) - text.data(), 2);
-  EXPECT_EQ(plainRunEndByWords(text.data()) - text.data(), 2);
   EXPECT_EQ(plainRunLength(text), 2U);
 }
 
@@ -115,20 +111,6 @@ TEST(ParseJson, LeavesTheTextItsSize) {
   std::string text = "[1]";
   static_cast<void>(parseJson(text));
   EXPECT_EQ(text.size(), 3U);
-}
-
-TEST(PrettyJsonWriter, WritesPlainAndEscapedTexts) {
-  JsonBuffer buffer;
-  PrettyJsonWriter writer(buffer);
-  writer.StartObject();
-  writeKey(writer, "a key of sixteen");
-  writeString(writer, "");
-  writeKey(writer, "k\"");
-  writeString(writer, "0123456789abcdef\x01\\\xc3\xa9");
-  writer.EndObject();
-  EXPECT_EQ(textOf(buffer),
-            "{\n    \"a key of sixteen\": \"\",\n"
-            "    \"k\\\"\": \"0123456789abcdef\\u0001\\\\\xc3\xa9\"\n}");
 }
 
 }  // namespace

@@ -39,13 +39,13 @@ struct Expansion {
         labels(std::move(portLabels)),
         expanded(expandPortTree(tree, devices, labels)) {}
 
-  /// The names of all ports in creation order, as the listed families give them.
+  /// The names of all ports in creation order, as the listed blocks give them.
   [[nodiscard]] Names names() const {
     Names names;
-    PortName name(expanded.longestName);
-    for (const auto& [device, ports, firstPort] : expanded.families) {
+    PortPrinter name(expanded.longestName);
+    for (const auto& [device, ports, firstPort] : expanded.blocks) {
       EXPECT_EQ(firstPort, names.size());
-      name.startFamily(device.label, ports);
+      name.startBlock(device.label, ports);
       for (std::int64_t port = ports.group->first; port <= ports.group->last; ++port) {
         name.startPort(static_cast<std::int32_t>(port));
         for (std::int64_t ch = ports.channels.first; ch <= ports.channels.last; ++ch) {
@@ -69,8 +69,8 @@ TEST(ExpandPortTree, NamesPortsByTheFirstRecordOfTheirDevice) {
                             labelsOf({{"D.S.in[2].t.ch2", "Vox"}, {"Desk.S.in[2].t.ch1", "No"}}));
   const ExpandedTree& expanded = expansion.expanded;
   EXPECT_EQ(expansion.names(), (Names{"Desk.S.in[2].t.ch1", "Desk.S.in[2].t.ch2"}));
-  ASSERT_EQ(expanded.families.size(), 1U);
-  EXPECT_EQ(expanded.families[0].device.serial, "N1");
+  ASSERT_EQ(expanded.blocks.size(), 1U);
+  EXPECT_EQ(expanded.blocks[0].device.serial, "N1");
   EXPECT_EQ(expanded.labels, (Labels{"", "Vox"}));
   EXPECT_EQ(expanded.labelOf(1), "Vox");
   ASSERT_EQ(expanded.matrices.size(), 1U);
@@ -82,7 +82,7 @@ TEST(ExpandPortTree, LooksUpADeviceWithoutRecordByTheSuffixAlone) {
   const Expansion expansion(treeOf(groupOf({1, 1}, {1, 1})), {},
                             labelsOf({{".S.in[1].t.ch1", "Vox"}, {"D.S.in[1].t.ch1", "Not this"}}));
   EXPECT_EQ(expansion.names(), (Names{"D.S.in[1].t.ch1"}));
-  EXPECT_EQ(expansion.expanded.families.at(0).device.serial, "");
+  EXPECT_EQ(expansion.expanded.blocks.at(0).device.serial, "");
   EXPECT_EQ(expansion.expanded.labels, (Labels{"Vox"}));
   EXPECT_EQ(expansion.expanded.matrices.at("D.t").serialnumber, "");
 }
@@ -125,9 +125,9 @@ TEST(ExpandPortTree, CountsTheListsByDirection) {
   EXPECT_EQ(expansion.expanded.outputs, 3U);
   EXPECT_EQ(expansion.expanded.ports, 6U);
   const ExpandedTree& expanded = expansion.expanded;
-  EXPECT_EQ(expanded.matrices.at("D.t").families,
-            (std::vector<const ExpandedFamily*>{&expanded.families[0], &expanded.families[1],
-                                                &expanded.families[2]}));
+  EXPECT_EQ(expanded.matrices.at("D.t").blocks,
+            (std::vector<const ExpandedBlock*>{&expanded.blocks[0], &expanded.blocks[1],
+                                               &expanded.blocks[2]}));
 }
 
 TEST(ExpandPortTree, SharesAMatrixOfTheSameLabelAndType) {
@@ -136,16 +136,16 @@ TEST(ExpandPortTree, SharesAMatrixOfTheSameLabelAndType) {
                             {{"B", "Desk", "serial B"}, {"A", "Desk", "serial A"}});
   ASSERT_EQ(expansion.expanded.matrices.size(), 1U);
   EXPECT_EQ(expansion.expanded.matrices.at("Desk.t").serialnumber, "serial A");
-  EXPECT_EQ(expansion.expanded.matrices.at("Desk.t").families.size(), 2U);
+  EXPECT_EQ(expansion.expanded.matrices.at("Desk.t").blocks.size(), 2U);
 }
 
 TEST(ExpandPortTree, KeepsAMatrixWithoutPortsForAReversedRange) {
   for (const PortTypeGroup& group : {groupOf({2, 1}, {1, 9}), groupOf({1, 9}, {2, 1})}) {
     const Expansion expansion(treeOf(group));
     EXPECT_EQ(expansion.expanded.ports, 0U);
-    EXPECT_TRUE(expansion.expanded.families.empty());
+    EXPECT_TRUE(expansion.expanded.blocks.empty());
     ASSERT_EQ(expansion.expanded.matrices.size(), 1U);
-    EXPECT_TRUE(expansion.expanded.matrices.at("D.t").families.empty());
+    EXPECT_TRUE(expansion.expanded.matrices.at("D.t").blocks.empty());
   }
 }
 
@@ -216,7 +216,7 @@ TEST(ExpandPortTree, TakesTheRoomOfItsListsAtOnce) {
   PortTypeGroup group = groupOf({1, 3}, {1, 2});
   group.types["u"] = {1, 3};
   const ExpandedTree without = expandPortTree(treeOf(group), {}, {});
-  EXPECT_EQ(without.families.capacity(), 2U);
+  EXPECT_EQ(without.blocks.capacity(), 2U);
   EXPECT_EQ(without.labels.capacity(), 0U);
   const PortLabelMap labels = labelsOf({{"x", "y"}});
   const ExpandedTree with = expandPortTree(treeOf(group), {}, labels);

@@ -79,6 +79,17 @@ TEST(AddPort, AppendsWhatIsNewInInputOrder) {
   EXPECT_EQ(slot.ports[0].types[1].channels[1], 3);
 }
 
+TEST(AddPort, GivesTheListWithThePortsChannel) {
+  DeviceList devices;
+  const std::string_view text = "d.s.in[1].a.ch4";
+  const ChannelList& channels = addPort(devices, splitPort(text));
+  EXPECT_EQ(&channels, &devices[0].slots[0].ports[0].types[0].channels);
+  ASSERT_EQ(channels.size(), 1U);
+  EXPECT_EQ(channels[0], 4);
+  EXPECT_EQ(&addPort(devices, splitPort("d.s.in[1].a.ch5")), &channels);
+  EXPECT_EQ(channels.size(), 2U);
+}
+
 TEST(AddPort, KeepsDeviceAndSlotOfABadPort) {
   DeviceList devices;
   EXPECT_EQ(test::messageOf([&] { addLonePort(devices, "D.S.in.t.ch1"); }),

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "json/document.h"
-#include "matrices/tree_format.h"
+#include "matrices/format.h"
 
 /// The unpack side's model: the packed port tree as its file gives it.
 namespace quenfold::unpacking {

@@ -1,57 +1,52 @@
-#include "matrices/reader.h"
+#include "matrices/legacy_reader.h"
 
-#include <deque>
 #include <iostream>
 #include <stdexcept>
-#include <string_view>
 #include <utility>
 
 #include "app/error.h"
 #include "app/stage_timer.h"
 #include "json/access.h"
-#include "matrices/legacy_format.h"
-#include "matrices/legacy_matrices.h"
+#include "matrices/format.h"
 
 namespace quenfold::packing {
 namespace {
 
-/// The first of a name, or null where none was found.
-const JsonValue* memberOrNull(const JsonValue& member) {
-  return member.IsNull() ? nullptr : &member;
-}
-
-std::string_view textOf(const JsonValue& member, const char* name) {
-  return jsonMemberText(memberOrNull(member), name);
-}
-
-/// The way to the matrices. Kept on purpose: the root's message says array.
-void checkFrame(const LegacyMatrices& file) {
-  if (!file.root.IsObject()) {
+/// The array of all matrices.
+const JsonValue& matricesOf(const JsonDocument& root) {
+  if (!root.IsObject()) {
+    // Kept on purpose: "array".
     throw runtimeError("matrices.json root object is not array.");
   }
-  if (file.config.IsNull()) {
+  const JsonValue* const config = findMember(root, kConfig);
+  if (config == nullptr) {
     throw runtimeError("matrices.json Config not found.");
   }
-  if (!file.config.IsObject()) {
+  if (!config->IsObject()) {
     throw runtimeError("matrices.json Config is not object.");
   }
-  if (file.matrices.IsNull()) {
+  const JsonValue* const matrices = findMember(*config, kMatrices);
+  if (matrices == nullptr) {
     throw runtimeError("matrices.json Config.Matrices not found.");
   }
-  if (!file.matrices.IsArray()) {
+  if (!matrices->IsArray()) {
     throw runtimeError("matrices.json Config.Matrices is not array.");
   }
+  return *matrices;
 }
 
-void checkPorts(const LegacyMatrix& matrix) {
-  if (matrix.ports.IsNull()) {
+const JsonValue& portsOf(const JsonValue& matrix) {
+  const JsonValue* const ports = findMember(matrix, kMatrixPorts);
+  if (ports == nullptr) {
     throw runtimeError("matrices.json matrix ports not found.");
   }
-  if (!matrix.ports.IsArray()) {
+  if (!ports->IsArray()) {
     throw runtimeError("matrices.json matrix ports is not array.");
   }
+  return *ports;
 }
 
+/// The device is named by what stands before the first "." of the matrix's name.
 void addDeviceLabel(MatricesModel& model, std::string_view matrixName, std::string_view serial) {
   if (matrixName.empty() || serial.empty()) {
     return;
@@ -60,6 +55,11 @@ void addDeviceLabel(MatricesModel& model, std::string_view matrixName, std::stri
   if (!label.empty() && model.deviceLabels.find(label) == nullptr) {
     model.deviceLabels.append({label, serial});
   }
+}
+
+std::int32_t typeOf(const JsonValue& matrix) {
+  const JsonValue* const type = findMember(matrix, kMatrixType);
+  return type != nullptr && type->IsNumber() ? jsonToInt32(*type) : 0;
 }
 
 /// Kept on purpose: a label that merely begins with the whole port string is no alias.
@@ -82,47 +82,37 @@ void addPortLabel(MatricesModel& model, std::string_view port, std::string_view 
   model.portLabels.push_back({device->serial, port.substr(dot), label});
 }
 
-void readPort(const LegacyPort& entry, MatricesModel& model, PortCursor& cursor) {
-  const std::string_view port = textOf(entry.port, kPortName);
-  const std::string_view label = textOf(entry.label, kPortLabel);
+void readPort(const JsonValue& entry, MatricesModel& model, PortCursor& cursor) {
+  if (!entry.IsObject()) {
+    throw runtimeError("matrices.json matrix ports entry is not object.");
+  }
+  const std::string_view port = jsonGetText(entry, kPortName);
+  const std::string_view label = jsonGetText(entry, kPortLabel);
   if (isAlias(label, port)) {
     addPortLabel(model, port, label);
   }
   addPort(model.devices, cursor, port);
 }
 
-/// The matrix's ports are the first of `ports`; each is let go once it is in the model.
-void readPorts(const LegacyMatrix& matrix, std::deque<LegacyPort>& ports, MatricesModel& model) {
+void readMatrix(const JsonValue& matrix, MatricesModel& model) {
+  const std::string_view name = jsonGetText(matrix, kMatrixName);
+  const std::string_view serial = jsonGetText(matrix, kMatrixSerial);
+  addDeviceLabel(model, name, serial);
+  const std::int32_t id = jsonGetInt(matrix, kMatrixId);
+  model.details.push_back({name, id, typeOf(matrix)});
   PortCursor cursor;
-  for (std::size_t left = matrix.portCount; left > 0; --left) {
-    readPort(ports.front(), model, cursor);
-    ports.pop_front();
-  }
-  if (matrix.portsEndEarly) {
-    throw runtimeError("matrices.json matrix ports entry is not object.");
+  for (const JsonValue& entry : portsOf(matrix).GetArray()) {
+    readPort(entry, model, cursor);
   }
 }
 
-void readMatrix(const LegacyMatrix& matrix, MatricesModel& model) {
-  if (!matrix.isObject) {
-    throw runtimeError("jsonGetString passed non-object");
-  }
-  const std::string_view name = textOf(matrix.name, kMatrixName);
-  addDeviceLabel(model, name, textOf(matrix.serial, kMatrixSerial));
-  const std::int32_t id = jsonMemberInt(memberOrNull(matrix.id), kMatrixId);
-  const std::int32_t type = matrix.type.IsNumber() ? jsonToInt32(matrix.type) : 0;
-  model.details.push_back({name, id, type});
-  checkPorts(matrix);
-}
-
-void readText(MatricesModel& model) {
+/// The document is released when the reading ends.
+void readDocument(MatricesModel& model) {
   TimePoint stageStart = now();
-  LegacyMatrices file = parseLegacyMatrices(model.text);
+  const JsonDocument root = parseJson(model.text);
   logElapsed(stageStart, "decoding matrices.json");
-  checkFrame(file);
-  for (const LegacyMatrix& matrix : file.list) {
+  for (const JsonValue& matrix : matricesOf(root).GetArray()) {
     readMatrix(matrix, model);
-    readPorts(matrix, file.ports, model);
   }
 }
 
@@ -137,7 +127,7 @@ void readMatrices(const std::string& inputName, std::string inputText, MatricesM
   }
   model.text = std::move(inputText);
   try {
-    readText(model);
+    readDocument(model);
   } catch (const std::runtime_error& failure) {
     std::cerr << "Error decoding matrices.json: " << failure.what() << '\n';
   }

@@ -1,4 +1,19 @@
-#include "matrices/packed_sections.h"
+// What is written: four files, each an object whose one member bears the section's name. Devices
+// are named by frame ID, everything else stands in the order of the input.
+//
+//   dbpack_deviceLabels.json              "deviceLabels": [{"id": "<serial>", "label": "<label>",
+//                                                           "serial": "<serial>"}, ...]
+//   dbpack_matrices.json                  "matrices": {"<device>": {"<slot>": [<group>, ...]}, ...}
+//     a group                             {"port": ["in[]", [<first>, <last>], "s"],
+//                                          "types": [["<type>", [<first>, <last>]], ...]}
+//     ranges                              [<first>] when both ends are equal, [] without channels
+//     directions                          "s" source, "d" destination, "?" neither
+//   dbpack_matricesInternalDetails.json   "matricesInternalDetails": [{"name": "<matrix>",
+//                                                                      "id": 1, "type": 0}, ...]
+//   dbpack_portLabels.json                "portLabels": {"<port, its serial as device>": "<label>",
+//                                                        ...}
+
+#include "matrices/packed_writer.h"
 
 #include <algorithm>
 #include <array>
@@ -6,8 +21,8 @@
 #include <utility>
 
 #include "app/stage_timer.h"
-#include "json/label_files.h"
-#include "json/sections.h"
+#include "json/format.h"
+#include "matrices/format.h"
 
 namespace quenfold::packing {
 namespace {
@@ -93,11 +108,11 @@ void writeInternalDetails(PrettyJsonWriter& writer, const MatricesModel& model) 
   writer.StartArray();
   for (const MatrixDetails& matrix : model.details) {
     writer.StartObject();
-    writer.Key("name");
+    writer.Key(kMatrixName);
     writeString(writer, matrix.name);
-    writer.Key("id");
+    writer.Key(kMatrixId);
     writer.Int(matrix.id);
-    writer.Key("type");
+    writer.Key(kMatrixType);
     writer.Int(matrix.type);
     writer.EndObject();
   }

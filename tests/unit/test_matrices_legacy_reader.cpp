@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "app/stage_timer.h"
-#include "matrices/reader.h"
+#include "matrices/legacy_reader.h"
 #include "support/scratch.h"
 
 namespace quenfold::packing {

@@ -1,4 +1,4 @@
-#include "matrices/port_tree.h"
+#include "matrices/packed_reader.h"
 
 #include <algorithm>
 #include <utility>

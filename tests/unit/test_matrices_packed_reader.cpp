@@ -1,7 +1,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include "matrices/port_tree.h"
+#include "matrices/packed_reader.h"
 #include "support/scratch.h"
 
 namespace quenfold::unpacking {

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "matrices/legacy_texts.h"
+#include "matrices/legacy_writer.h"
+#include "support/heap.h"
+#include "support/scratch.h"
 #include "support/texts.h"
 
 namespace quenfold::unpacking {
@@ -18,33 +20,33 @@ const PortTypeGroup kOther = groupOf("x", {1, 1}, Direction::kUnknown);
 const PortTypeGroup kQuoted = groupOf("\"[{}]", {1, 1}, Direction::kSource);
 const PortTypeGroup kControl = groupOf("{:c}", {7, 7}, Direction::kSource);
 
-/// The families' ports with labels by creation order, in one matrix "M" of serial "N".
-ExpandedTree treeOf(const std::vector<PortFamily>& families,
+/// The blocks' ports with labels by creation order, in one matrix "M" of serial "N".
+ExpandedTree treeOf(const std::vector<PortBlock>& blocks,
                     std::vector<std::string_view> labels = {}) {
   ExpandedTree tree;
   tree.labels = std::move(labels);
   tree.longestName = 100;
-  for (const PortFamily& family : families) {
-    tree.families.push_back({kDesk, family, tree.ports});
-    tree.ports += static_cast<std::size_t>((family.group->last - family.group->first + 1) *
-                                           (family.channels.last - family.channels.first + 1));
+  for (const PortBlock& block : blocks) {
+    tree.blocks.push_back({kDesk, block, tree.ports});
+    tree.ports += static_cast<std::size_t>((block.group->last - block.group->first + 1) *
+                                           (block.channels.last - block.channels.first + 1));
   }
   MatrixEntry& matrix = tree.matrices["M"];
   matrix.serialnumber = "N";
-  for (const ExpandedFamily& family : tree.families) {
-    matrix.families.push_back(&family);
+  for (const ExpandedBlock& block : tree.blocks) {
+    matrix.blocks.push_back(&block);
   }
   return tree;
 }
 
-std::string textOf(const ExpandedTree& tree, void (LegacyTexts::*write)(TextStream& out)) {
-  LegacyTexts texts(tree);
-  return test::textOf([&](TextStream& out) { (texts.*write)(out); });
+std::string textOf(const ExpandedTree& tree, void (LegacyWriter::*write)(OutputFile& out)) {
+  LegacyWriter writer(tree);
+  return test::textOf([&](OutputFile& out) { (writer.*write)(out); });
 }
 
 /// What stands between the brackets of a matrix's ports.
 std::string portsOf(const ExpandedTree& tree) {
-  const std::string text = textOf(tree, &LegacyTexts::writeMatrices);
+  const std::string text = textOf(tree, &LegacyWriter::writeMatrices);
   const std::string front =
       R"({"Config":{"version":8,"Matrices":[{"id":0,"name":"M","serialnumber":"N","ports":[)";
   const std::string back = "]}]}}";
@@ -59,16 +61,16 @@ TEST(AvailableTexts, MapTheShownNameToThePortOfTheirDirection) {
                                     {"A", &kOutput, "T", {3, 4}},
                                     {"B", &kInputs, "U", {1, 1}}},
                                    {"", "Vox", "", "", "Main", "", ""});
-  EXPECT_EQ(textOf(tree, &LegacyTexts::writeAvailableInputs),
+  EXPECT_EQ(textOf(tree, &LegacyWriter::writeAvailableInputs),
             R"([{"k":"D.A.P1.T.ch1","v":"D.A.P1.T.ch1"},{"k":"Vox","v":"D.A.P2.T.ch1"},)"
             R"({"k":"D.B.P1.U.ch1","v":"D.B.P1.U.ch1"},{"k":"D.B.P2.U.ch1","v":"D.B.P2.U.ch1"}])");
-  EXPECT_EQ(textOf(tree, &LegacyTexts::writeAvailableOutputs),
+  EXPECT_EQ(textOf(tree, &LegacyWriter::writeAvailableOutputs),
             R"([{"k":"D.A.out.T.ch3","v":"D.A.out.T.ch3"},{"k":"Main","v":"D.A.out.T.ch4"}])");
 }
 
 TEST(PortLabelsText, MapsThePortToItsSerialName) {
   EXPECT_EQ(textOf(treeOf({{"A", &kInputs, "T", {1, 1}}, {"A", &kOther, "T", {1, 1}}}),
-                   &LegacyTexts::writePortLabels),
+                   &LegacyWriter::writePortLabels),
             R"([{"k":"D.A.P1.T.ch1","v":"N.A.P1.T.ch1"},{"k":"D.A.P2.T.ch1","v":"N.A.P2.T.ch1"},)"
             R"({"k":"D.A.x.T.ch1","v":"N.A.x.T.ch1"}])");
 }
@@ -76,38 +78,52 @@ TEST(PortLabelsText, MapsThePortToItsSerialName) {
 TEST(UserPortLabelsText, PairsThePortWithItsShownName) {
   EXPECT_EQ(
       textOf(treeOf({{"A", &kInputs, "T", {1, 1}}}, {"", "Vox"}),
-             &LegacyTexts::writeUserPortLabels),
+             &LegacyWriter::writeUserPortLabels),
       R"([{"port":"D.A.P1.T.ch1","label":"D.A.P1.T.ch1"},{"port":"D.A.P2.T.ch1","label":"Vox"}])");
 }
 
-TEST(LegacyTexts, AreEmptyListsWithoutPorts) {
+TEST(LegacyWriter, AreEmptyListsWithoutPorts) {
   const ExpandedTree tree;
-  for (const auto write : {&LegacyTexts::writeAvailableInputs, &LegacyTexts::writeAvailableOutputs,
-                           &LegacyTexts::writePortLabels, &LegacyTexts::writeUserPortLabels}) {
+  for (const auto write :
+       {&LegacyWriter::writeAvailableInputs, &LegacyWriter::writeAvailableOutputs,
+        &LegacyWriter::writePortLabels, &LegacyWriter::writeUserPortLabels}) {
     EXPECT_EQ(textOf(tree, write), "[]");
   }
-  EXPECT_EQ(textOf(tree, &LegacyTexts::writeMatrices), R"({"Config":{"version":8,"Matrices":[]}})");
+  EXPECT_EQ(textOf(tree, &LegacyWriter::writeMatrices),
+            R"({"Config":{"version":8,"Matrices":[]}})");
 }
 
-TEST(LegacyTexts, KeptOnPurposeHandBuiltTextsEscapeNothing) {
+TEST(LegacyWriter, KeptOnPurposeHandBuiltTextsEscapeNothing) {
   const ExpandedTree tree = treeOf({{"A", &kQuoted, "T", {1, 1}}}, {"a\\b\n"});
-  EXPECT_EQ(textOf(tree, &LegacyTexts::writeAvailableInputs),
+  EXPECT_EQ(textOf(tree, &LegacyWriter::writeAvailableInputs),
             "[{\"k\":\"a\\b\n\",\"v\":\"D.A.\"[1].T.ch1\"}]");
-  EXPECT_EQ(textOf(tree, &LegacyTexts::writePortLabels),
+  EXPECT_EQ(textOf(tree, &LegacyWriter::writePortLabels),
             "[{\"k\":\"D.A.\"[1].T.ch1\",\"v\":\"N.A.\"[1].T.ch1\"}]");
-  EXPECT_EQ(textOf(tree, &LegacyTexts::writeUserPortLabels),
+  EXPECT_EQ(textOf(tree, &LegacyWriter::writeUserPortLabels),
             "[{\"port\":\"D.A.\"[1].T.ch1\",\"label\":\"a\\b\n\"}]");
+}
+
+TEST(LegacyWriter, AllocatesNothingOnceConstructed) {
+  const ExpandedTree tree = treeOf({{"A", &kInputs, "T", {1, 20}}, {"A", &kControl, "T", {1, 1}}});
+  const test::ScratchFolder scratch;
+  const std::string path = scratch.path("out");
+  LegacyWriter writer(tree);
+  OutputFile out(path);
+  const std::size_t before = test::heapInUse();
+  writer.writeMatrices(out);
+  writer.writeUserPortLabels(out);
+  EXPECT_EQ(test::heapInUse(), before);
 }
 
 TEST(MatricesText, WritesMatricesInNameOrderCountedFromZero) {
   ExpandedTree tree =
       treeOf({{"A", &kInputs, "T", {1, 1}}, {"B", &kOutput, "T", {2, 2}}}, {"", "Vox", ""});
   tree.matrices.clear();
-  tree.matrices["D.b"] = {"N", {&tree.families[1], &tree.families[0]}};
+  tree.matrices["D.b"] = {"N", {&tree.blocks[1], &tree.blocks[0]}};
   tree.matrices["D.a"] = {"", {}};
-  tree.matrices["E.\""] = {"M\n", {&tree.families[1]}};
+  tree.matrices["E.\""] = {"M\n", {&tree.blocks[1]}};
   EXPECT_EQ(
-      textOf(tree, &LegacyTexts::writeMatrices),
+      textOf(tree, &LegacyWriter::writeMatrices),
       R"({"Config":{"version":8,"Matrices":[)"
       R"({"id":0,"name":"D.a","serialnumber":"","ports":[]},)"
       R"({"id":1,"name":"D.b","serialnumber":"N","ports":[)"
@@ -125,7 +141,7 @@ TEST(MatricesText, EscapesEachPartOfAName) {
   EXPECT_EQ(portsOf(treeOf({{"A", &kQuoted, "T", {1, 1}}})),
             R"({"port":"D.A.\"[1].T.ch1","label":"D.A.\"[1].T.ch1"})");
   ExpandedTree tree = treeOf({{"A", &kOther, "T", {1, 1}}});
-  tree.families[0].device.label = "\"";
+  tree.blocks[0].device.label = "\"";
   EXPECT_EQ(portsOf(tree), R"({"port":"\".A.x.T.ch1","label":"\".A.x.T.ch1"})");
 }
 

@@ -4,7 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "app/text_stream.h"
+#include "app/files.h"
+#include "json/writer.h"
 #include "matrices/expand.h"
 
 namespace quenfold::unpacking {
@@ -20,27 +21,21 @@ struct UnpackedPort {
   [[nodiscard]] std::string_view shownName() const { return label.empty() ? name : label; }
 };
 
-/// The texts of the legacy files, each port spelled when it is written. Once constructed it
-/// allocates nothing, so no file is lost to memory that runs out. Refers to the expanded tree.
-class LegacyTexts {
+/// Writes the legacy files, each port spelled when it is written. Once constructed it allocates
+/// nothing, so no file is lost to memory that runs out. Refers to the expanded tree.
+class LegacyWriter {
  public:
-  explicit LegacyTexts(const ExpandedTree& expanded);
+  explicit LegacyWriter(const ExpandedTree& expanded);
 
-  /// "matrices.json", without white space.
-  void writeMatrices(TextStream& out);
+  void writeMatrices(OutputFile& out);
 
   // The other four are put together by hand. Kept on purpose: their strings are copied as they are,
   // no character is escaped.
 
-  /// "availableInputs.json" and "availableOutputs.json": shown name to port string.
-  void writeAvailableInputs(TextStream& out);
-  void writeAvailableOutputs(TextStream& out);
-
-  /// "portLabels.json": port string to the same with the serial as its device.
-  void writePortLabels(TextStream& out);
-
-  /// "userPortLabels.json": port string and shown name.
-  void writeUserPortLabels(TextStream& out);
+  void writeAvailableInputs(OutputFile& out);
+  void writeAvailableOutputs(OutputFile& out);
+  void writePortLabels(OutputFile& out);
+  void writeUserPortLabels(OutputFile& out);
 
  private:
   /// What stands before the first and before the second string of an entry.
@@ -51,14 +46,15 @@ class LegacyTexts {
 
   static EntryMarks entryMarks(const char* first, const char* second);
   template <typename Visit>
-  void forEachPort(const ExpandedFamily& family, Visit visit);
+  void forEachPort(const ExpandedBlock& block, Visit visit);
+  void writePorts(const MatrixEntry& matrix);
   template <typename AppendEntry>
-  void writeList(TextStream& out, std::optional<Direction> only, AppendEntry appendEntry);
-  void writeAvailable(TextStream& out, Direction direction);
-  void writePorts(TextStream& out, const MatrixEntry& matrix);
+  void writeList(OutputFile& out, std::optional<Direction> only, AppendEntry appendEntry);
+  void writeAvailable(OutputFile& out, Direction direction);
 
   const ExpandedTree& expanded_;
-  PortName name_;
+  PortPrinter printer_;
+  CompactJsonWriter json_;
   EntryMarks keyAndValue_;
   EntryMarks portAndLabel_;
 };

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "matrices/port_pattern.h"
+#include "matrices/port_printer.h"
 #include "support/scratch.h"
 
 namespace quenfold::unpacking {
@@ -10,12 +10,10 @@ namespace {
 
 constexpr std::int32_t kLargest = 2147483647;
 
-std::string formatPort(std::string_view text, std::int32_t number) {
-  const PortPattern pattern = splitPattern(text);
-  std::string room(40000, '*');
-  char* const end = printPort(pattern, number, room.data(), room.data() + room.size());
-  room.resize(static_cast<std::size_t>(end - room.data()));
-  return std::string(pattern.front).append(room).append(pattern.back);
+std::string formatPort(std::string_view pattern, std::int32_t number) {
+  std::string text;
+  appendPort(text, splitPattern(pattern), number);
+  return text;
 }
 
 TEST(SplitPattern, LeavesToTheFormatterWhatIsNoTextAroundOneNumber) {
@@ -31,7 +29,7 @@ TEST(SplitPattern, LeavesToTheFormatterWhatIsNoTextAroundOneNumber) {
   }
 }
 
-TEST(PrintPort, FormatsEveryKind) {
+TEST(AppendPort, FormatsEveryKind) {
   EXPECT_EQ(formatPort("plain", 3), "plain");
   EXPECT_EQ(formatPort("in[{}]", -2147483647 - 1), "in[-2147483648]");
   EXPECT_EQ(formatPort("a}}b{:>3}", 7), "a}b  7");
@@ -40,17 +38,22 @@ TEST(PrintPort, FormatsEveryKind) {
   }
 }
 
-TEST(PrintPort, KeepsToTheLimit) {
-  for (const char* text : {"{:>5}", "{}"}) {
-    std::string room = "......";
-    EXPECT_EQ(test::messageOf(
-                  [&] { printPort(splitPattern(text), 12345, room.data(), room.data() + 4); }),
-              "port name too long")
-        << text;
-    EXPECT_EQ(room.substr(4), "..") << text;
-    char* const end = printPort(splitPattern(text), 12345, room.data(), room.data() + 5);
-    EXPECT_EQ(end, room.data() + 5) << text;
-    EXPECT_EQ(room, "12345.") << text;
+TEST(AppendPort, LeavesWhatIsThere) {
+  std::string text = "D.";
+  appendPort(text, splitPattern("x"), 1);
+  appendPort(text, splitPattern("[{}]"), 2);
+  appendPort(text, splitPattern("{:>2}"), 3);
+  EXPECT_EQ(text, "D.x[2] 3");
+}
+
+TEST(AppendPort, AllocatesNothingWhereThereIsRoom) {
+  for (const char* pattern : {"a port of some length without a number", "in[{}] of some length",
+                              "{:>40}", "{0:b} and once more {0:b}"}) {
+    std::string text;
+    text.reserve(longestPortText(pattern, 1, kLargest));
+    const char* const room = text.data();
+    appendPort(text, splitPattern(pattern), kLargest);
+    EXPECT_EQ(text.data(), room) << pattern;
   }
 }
 
@@ -66,7 +69,7 @@ TEST(LongestPortText, IsExactWithoutSpecifications) {
   EXPECT_EQ(longestPortText("in[{}", 1, 100), formatPort("in[{}]", 100).size());
 }
 
-TEST(LongestPortText, CountsWhatStandsInAPlaceOnce) {
+TEST(LongestPortText, CountsWhatStandsInAFieldOnce) {
   EXPECT_EQ(longestPortText("in[{0}]", 1, 100), 8U);  // "in[", "100", a closing brace and "]"
 }
 
@@ -83,9 +86,9 @@ TEST(LongestPortText, IsNeverTooShort) {
   }
 }
 
-// A place with a colon is taken for 35 bytes (a sign, a prefix and 32 binary digits) and 4 for each
+// A field with a colon is taken for 35 bytes (a sign, a prefix and 32 binary digits) and 4 for each
 // character of its widths; the brace that closes it counts as text.
-TEST(LongestPortText, AddsUpTheWidthsOfAPlace) {
+TEST(LongestPortText, AddsUpTheWidthsOfAField) {
   const auto width = [](std::uint64_t characters) { return 35 + 4 * characters + 1; };
   EXPECT_EQ(longestPortText("{:#b}", 1, 1), width(0));
   EXPECT_EQ(longestPortText("{:}", 1, 1), width(0));
@@ -107,7 +110,7 @@ TEST(LongestPortText, TakesDoubledBracesForText) {
   EXPECT_EQ(longestPortText("{{{}}}", 1, 100), 2U + 3U + 3U);
 }
 
-TEST(LongestPortText, PassesOverTheFillOfAPlace) {
+TEST(LongestPortText, PassesOverTheFillOfAField) {
   const auto lengthWith = [](std::string_view fill) {
     return longestPortText(std::string("{:").append(fill).append("<400}"), 1, 1);
   };
@@ -115,7 +118,7 @@ TEST(LongestPortText, PassesOverTheFillOfAPlace) {
        {"}", "{", "<", "\x7f", "\xc0}", "\xdf}", "\xe0}}", "\xef}}", "\xf0}}}", "\xf7}}}"}) {
     EXPECT_EQ(lengthWith(fill), 35U + 4 * 400 + 1) << fill;
   }
-  // Where one character more stands than the first byte tells, the first brace closes the place.
+  // Where one character more stands than the first byte tells, the first brace closes the field.
   for (const char* fill : {"x}", "\x7f}", "\xbf}", "\xf8}", "\xff}", "x}}", "x}}}", "\xf8}}}"}) {
     EXPECT_EQ(lengthWith(fill), 35U + std::string_view(fill).size() - 1 + 5) << fill;
   }
@@ -143,6 +146,55 @@ TEST(LongestPortText, RefusesWhatPadsToMore) {
               "port pattern too wide: more than 4096")
         << pattern;
   }
+}
+
+PortTypeGroup groupOf(std::string pattern) {
+  PortTypeGroup group;
+  group.port = std::move(pattern);
+  return group;
+}
+
+TEST(PortPrinter, SpellsOneAfterTheOther) {
+  const PortTypeGroup group = groupOf("in[{}]");
+  const PortTypeGroup plain = groupOf("x");
+  PortPrinter name(40);
+  name.startBlock("Desk", {"A", &group, "audio", {}});
+  name.startPort(10);
+  EXPECT_EQ(name.onChannel(12), "Desk.A.in[10].audio.ch12");
+  EXPECT_EQ(name.onChannel(3), "Desk.A.in[10].audio.ch3");
+  name.startPort(-2147483647 - 1);
+  EXPECT_EQ(name.onChannel(-1), "Desk.A.in[-2147483648].audio.ch-1");
+  name.startPort(1);
+  EXPECT_EQ(name.onChannel(0), "Desk.A.in[1].audio.ch0");
+  name.startBlock("", {"", &plain, "", {}});
+  name.startPort(1);
+  EXPECT_EQ(name.onChannel(2), "..x..ch2");
+}
+
+TEST(PortPrinter, UsesTheFormatterForOtherPatterns) {
+  const PortTypeGroup group = groupOf("{0:>4}{{{0}");
+  PortPrinter name(100);
+  name.startBlock("D", {"A", &group, "t", {}});
+  name.startPort(7);
+  EXPECT_EQ(name.onChannel(1), "D.A.   7{7.t.ch1");
+}
+
+TEST(PortPrinter, AllocatesNothingForNamesOfTheLengthToldBefore) {
+  const PortTypeGroup group = groupOf("some port[{:>8}]");
+  PortPrinter name(62);
+  name.startBlock("Device", {"slot", &group, "a long type of signal", {}});
+  name.startPort(1);
+  const char* const room = name.onChannel(1).data();
+  name.startPort(2147483647);
+  EXPECT_EQ(name.onChannel(1000).size(), 62U);
+  EXPECT_EQ(name.onChannel(1000).data(), room);
+}
+
+TEST(PortPrinter, ThrowsForABadPatternOnceAPortIsSpelled) {
+  const PortTypeGroup group = groupOf("x{[{}]");
+  PortPrinter name(100);
+  name.startBlock("D", {"A", &group, "t", {}});
+  EXPECT_NE(test::messageOf([&] { name.startPort(1); }), "");
 }
 
 }  // namespace

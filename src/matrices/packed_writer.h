@@ -3,8 +3,8 @@
 #include <map>
 #include <string_view>
 
-#include "json/document.h"
-#include "matrices/reader.h"
+#include "json/writer.h"
+#include "matrices/legacy_reader.h"
 
 namespace quenfold::packing {
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "app/stage_timer.h"
-#include "matrices/packed_sections.h"
+#include "matrices/packed_writer.h"
 #include "support/scratch.h"
 
 namespace quenfold::packing {
