@@ -6,8 +6,7 @@
 #include <vector>
 
 #include "app/text.h"
-#include "json/cjson_handle.h"
-#include "json/formatted_json.h"
+#include "json/cjson_tree.h"
 #include "logicalio/port_dict.h"
 #include "logicalio/port_key.h"
 #include "support/port_key_text.h"
@@ -54,9 +53,7 @@ std::vector<Registered> registerAll(std::string_view input, PortDict& dict) {
 
 /// Through its text and back.
 PortDict reloaded(const PortDict& dict) {
-  FormattedJson json;
-  dict.toJson(json);
-  const CJsonDocument document = parseCJson(json.take());
+  const CJsonDocument document = parseCJson(printed(buildCJson([&] { return dict.toJson(); })));
   fuzz::require(bool(document), "a written dictionary is JSON");
   PortDict loaded;
   fuzz::require(!loaded.fromJson(*document), "a written dictionary loads");

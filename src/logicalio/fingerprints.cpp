@@ -1,5 +1,7 @@
 #include "logicalio/fingerprints.h"
 
+#include "json/cjson_access.h"
+#include "json/cjson_tree.h"
 #include "logicalio/keys.h"
 
 namespace quenfold {
@@ -53,6 +55,15 @@ FingerprintValues hashLogicalIO(const std::vector<LogicalIORecord>& records) {
           {kTallyKey, tally.value()},
           {kRedirectKey, redirect.value()},
           {kCategoryKey, category.value()}};
+}
+
+std::string hashText(const std::string& topLevelKey, const FingerprintValues& values) {
+  return printed(buildCJson([&] {
+    cJSON* const document = newObject();
+    cJSON* const table = addMember(document, topLevelKey.c_str(), newObject());
+    addMember(table, kHashKey, labelMapToJson(values));
+    return document;
+  }));
 }
 
 }  // namespace quenfold

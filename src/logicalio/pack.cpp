@@ -7,10 +7,11 @@
 #include "app/files.h"
 #include "app/stage_timer.h"
 #include "json/cjson_access.h"
-#include "json/cjson_handle.h"
+#include "json/cjson_tree.h"
 #include "json/label_files.h"
 #include "json/sections.h"
 #include "logicalio/device_names.h"
+#include "logicalio/fingerprints.h"
 #include "logicalio/keys.h"
 #include "logicalio/legacy_reader.h"
 #include "logicalio/packed_model.h"
@@ -88,15 +89,18 @@ PackedModel readLegacyText(const std::string& sourceDir, const std::string& inpu
 
 PackedTexts printPacked(PackedModel& model) {
   TimePoint stageStart = now();
-  const std::vector<std::uint32_t> packedPorts = packPorts(model);
-  logElapsed(stageStart, "Bit Packing");
-  PackedTexts texts;
-  texts.ports = portsText(model, packedPorts);
+  CJsonDocument ports = buildCJson([&] {
+    cJSON* const records = packRecords(model);
+    logElapsed(stageStart, "Bit Packing");
+    return portsDocument(model, records);
+  });
   logElapsed(stageStart, "Added Container Details");
+  PackedTexts texts;
+  texts.ports = printed(std::move(ports));
+  logElapsed(stageStart, "Serialized JSON");
   texts.labels = labelsText(model);
   texts.categories = categoriesText(model);
   texts.hash = hashText(model.topLevelKey, valuesOf(model.fingerprints));
-  logElapsed(stageStart, "Serialized JSON");
   return texts;
 }
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "json/cjson_access.h"
+#include "json/cjson_tree.h"
 #include "logicalio/bit_packing.h"
 #include "logicalio/keys.h"
 #include "logicalio/port_key_printer.h"
@@ -37,9 +38,8 @@ std::uint32_t shiftedLeft(std::uint32_t value, std::uint32_t by) {
   return by < 32 ? value << by : 0;
 }
 
-void writeRefMap(FormattedJson& json, PortField field, const VelDB::RefMap& map) {
-  json.key(kPortFieldNames.at(field));
-  map.toJson(json);
+void addRefMap(cJSON* refMaps, PortField field, const VelDB::RefMap& map) {
+  addMember(refMaps, kPortFieldNames.at(field), map.toJson());
 }
 
 void loadRefMap(const cJSON& refMaps, PortField field, VelDB::RefMap& map) {
@@ -138,20 +138,16 @@ std::string PortDict::unpackToPortKey(std::uint64_t value) const {
   return std::string(PortKeyPrinter(*this).print(value));
 }
 
-void PortDict::toJson(FormattedJson& json) const {
-  json.beginObject();
-  json.key(kVersionKey);
-  json.number(kPortDictVersion);
-  json.key(kRefMapsKey);
-  json.beginObject();
-  writeRefMap(json, kDevice, device);
-  writeRefMap(json, kSlot, slot);
-  writeRefMap(json, kPortPrefix, portPrefix);
-  writeRefMap(json, kType, type);
-  json.endObject();
-  json.key(kBitPackingKey);
-  json.string(layoutString(bits));
-  json.endObject();
+cJSON* PortDict::toJson() const {
+  cJSON* const root = newObject();
+  addMember(root, kVersionKey, newNumber(kPortDictVersion));
+  cJSON* const refMaps = addMember(root, kRefMapsKey, newObject());
+  addRefMap(refMaps, kDevice, device);
+  addRefMap(refMaps, kSlot, slot);
+  addRefMap(refMaps, kPortPrefix, portPrefix);
+  addRefMap(refMaps, kType, type);
+  addMember(root, kBitPackingKey, newString(layoutString(bits).c_str()));
+  return root;
 }
 
 std::error_code PortDict::fromJson(const cJSON& root) {
@@ -178,15 +174,14 @@ std::error_code PortDict::fromJson(const cJSON& root) {
   return {};
 }
 
-void PortDict::widthsToJson(FormattedJson& json) const {
-  json.beginArray();
+cJSON* PortDict::widthsToJson() const {
+  cJSON* const array = newArray();
   for (std::size_t field = 0; field < kPortFieldCount; ++field) {
-    json.beginArray();
-    json.string(kPortFieldNames.at(field));
-    json.number(bits.at(field));
-    json.endArray();
+    cJSON* const pair = addElement(array, newArray());
+    addElement(pair, newString(kPortFieldNames.at(field)));
+    addElement(pair, newNumber(bits.at(field)));
   }
-  json.endArray();
+  return array;
 }
 
 }  // namespace quenfold

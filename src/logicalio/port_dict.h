@@ -9,7 +9,6 @@
 #include <string_view>
 #include <system_error>
 
-#include "json/formatted_json.h"
 #include "logicalio/port_key.h"
 #include "logicalio/port_layout.h"
 #include "logicalio/ref_map.h"
@@ -63,15 +62,16 @@ struct PortDict {
   /// As `VelDB::RefMap::rename` on the devices.
   int renameDevice(std::string_view from, std::string_view to) { return device.rename(from, to); }
 
-  /// Writes the "portDict" object. Throws std::bad_alloc.
-  void toJson(FormattedJson& json) const;
+  /// For `buildCJson`: the "portDict" object. Throws std::bad_alloc.
+  [[nodiscard]] cJSON* toJson() const;
 
   /// Loads a "portDict" object. EINVAL, and nothing changed, without "version" or "refMaps".
   /// Without a "bitPacking" string only the version is loaded.
   std::error_code fromJson(const cJSON& root);
 
-  /// Writes [["ch", width], ...] by `PortField`. Throws std::bad_alloc.
-  void widthsToJson(FormattedJson& json) const;
+  /// For `buildCJson`: [["ch", width], ...] by `PortField`. Throws std::bad_alloc. Defined for
+  /// other programs: no conversion calls it.
+  [[nodiscard]] cJSON* widthsToJson() const;
 };
 
 /// The name of that slot in a file that lists none.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "json/cjson_access.h"
+#include "json/cjson_tree.h"
 
 namespace VelDB {
 
@@ -108,15 +109,14 @@ void RefMap::clear() {
   idToName_.clear();
 }
 
-void RefMap::toJson(quenfold::FormattedJson& json) const {
-  json.beginArray();
+cJSON* RefMap::toJson() const {
+  cJSON* const array = quenfold::newArray();
   for (const auto& [id, name] : idToName_) {
-    json.beginArray();
-    json.number(id);
-    json.string(name);
-    json.endArray();
+    cJSON* const pair = quenfold::addElement(array, quenfold::newArray());
+    quenfold::addElement(pair, quenfold::newNumber(id));
+    quenfold::addElement(pair, quenfold::newString(name.c_str()));
   }
-  json.endArray();
+  return array;
 }
 
 void RefMap::fromJson(const cJSON& array) {

@@ -10,8 +10,6 @@
 #include <string>
 #include <string_view>
 
-#include "json/formatted_json.h"
-
 namespace VelDB {
 
 /// A two-way dictionary between names and numbers. Both directions hold the same pairs, except that
@@ -52,8 +50,8 @@ class RefMap {
 
   void clear();
 
-  /// Writes [[id, name], ...] in ascending order of the ids. Throws std::bad_alloc.
-  void toJson(quenfold::FormattedJson& json) const;
+  /// For `buildCJson`: [[id, name], ...] in ascending order of the ids. Throws std::bad_alloc.
+  [[nodiscard]] cJSON* toJson() const;
 
   /// Replaces everything. Children that are no [id, name] are skipped; ids are cut toward zero and
   /// limited to 32 bits, negative ones become 0; a later entry replaces an earlier one.

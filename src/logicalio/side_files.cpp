@@ -9,7 +9,7 @@
 #include "app/error.h"
 #include "app/files.h"
 #include "json/cjson_access.h"
-#include "json/cjson_handle.h"
+#include "json/cjson_tree.h"
 #include "logicalio/keys.h"
 
 namespace quenfold {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "json/cjson_handle.h"
+#include "json/cjson_tree.h"
 #include "logicalio/category.h"
 #include "support/scratch.h"
 

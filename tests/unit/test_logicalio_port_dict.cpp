@@ -2,7 +2,7 @@
 
 #include <initializer_list>
 
-#include "json/cjson_handle.h"
+#include "json/cjson_tree.h"
 #include "logicalio/port_dict.h"
 #include "support/written_json.h"
 
@@ -230,7 +230,7 @@ TEST(PortDictToJson, WritesTheWidthsGiven) {
   EXPECT_EQ(cJSON_GetObjectItem(written.get(), "version")->valueint, 2);
   EXPECT_STREQ(cJSON_GetObjectItem(written.get(), "bitPacking")->valuestring,
                "${device,3}.${slot,2}.${port_prefix,1}[#{port_id,4}].${type,1}.ch#{ch,2}");
-  EXPECT_EQ(test::writtenJson([&](FormattedJson& json) { dict.widthsToJson(json); }),
+  EXPECT_EQ(printed(buildCJson([&] { return dict.widthsToJson(); })),
             "[[\"ch\", 2], [\"type\", 1], [\"port_id\", 4], [\"port_prefix\", 1], [\"slot\", 2], "
             "[\"device\", 3]]");
 }

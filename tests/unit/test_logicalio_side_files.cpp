@@ -3,7 +3,7 @@
 #include <new>
 
 #include "logicalio/side_files.h"
-#include "support/failing_malloc.h"
+#include "support/failing_memory.h"
 #include "support/scratch.h"
 
 namespace quenfold {
@@ -136,7 +136,7 @@ TEST(SideFiles, RunningOutOfMemoryIsNoFaultOfTheFile) {
   const test::ScratchFolder scratch;
   const std::string labels = scratch.file("labels", R"({"x": {"labels": [[1, "a"]]}})");
   const std::string categories = scratch.file("cats", R"({"x": {"legacyCategories": []}})");
-  const test::FailingMalloc exhausted(0);
+  const test::FailingMemory exhausted(0);
   EXPECT_THROW(parseLabelMap(labels), std::bad_alloc);
   EXPECT_THROW(parseLegacyCategoryMap(categories), std::bad_alloc);
 }
