@@ -13,9 +13,6 @@
 namespace quenfold {
 namespace {
 
-constexpr const char* kKeyKey = "key";  // always 0
-constexpr std::size_t kLegacyCategoryCount = 6;
-
 /// The texts stay in the records: a document refers to them.
 cJSON* portsToJson(const LogicalIORecord& record, std::size_t levelCount) {
   cJSON* const array = newArray();

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "logicalio/keys.h"
+#include "logicalio/format.h"
 #include "logicalio/record.h"
 
 namespace quenfold {

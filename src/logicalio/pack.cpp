@@ -10,18 +10,14 @@
 #include "json/cjson_tree.h"
 #include "json/label_files.h"
 #include "json/sections.h"
-#include "logicalio/device_names.h"
 #include "logicalio/fingerprints.h"
-#include "logicalio/keys.h"
+#include "logicalio/format.h"
 #include "logicalio/legacy_reader.h"
-#include "logicalio/packed_model.h"
 #include "logicalio/packed_writer.h"
+#include "logicalio/side_files.h"
 
 namespace quenfold {
 namespace {
-
-constexpr std::string_view kSourcesInput = "sources.json";
-constexpr std::string_view kDestinationsInput = "destinations.json";
 
 struct PackedTexts {
   std::string ports;
@@ -42,15 +38,15 @@ PackedPaths pathsOf(const std::string& outputKey, const std::string& inputName,
                     const std::string& outputDir) {
   return {joinPath(outputDir, outputKey + kPortsFile), joinPath(outputDir, outputKey + kLabelsFile),
           joinPath(outputDir, outputKey + kLegacyCategoriesFile),
-          inputName.empty() ? std::string() : inputName + ".hash"};
+          inputName.empty() ? std::string() : inputName + kHashFile};
 }
 
 /// For a text that tells nothing itself.
 std::string outputKeyFromName(std::string_view inputName) {
-  if (inputName.find(kSourcesInput) != std::string_view::npos) {
+  if (inputName.find(kSourcesFile) != std::string_view::npos) {
     return kSourcesOutput;
   }
-  return inputName.find(kDestinationsInput) != std::string_view::npos ? kDestinationsOutput : "";
+  return inputName.find(kDestinationsFile) != std::string_view::npos ? kDestinationsOutput : "";
 }
 
 PackedModel readLegacyDocument(const CJsonDocument& document, const std::string& sourceDir,

@@ -37,7 +37,7 @@ std::int32_t requireId(const cJSON& entry) {
 
 std::string defaultName(std::int32_t id) {
   std::cerr << fmt::format("Error loading label for id:{}. Using default.\n", id);
-  return fmt::format("lbl_{}", id);
+  return fmt::format("{}{}", kDefaultName, id);
 }
 
 std::string nameOf(const cJSON& entry, const LogicalIORecord& record, const LabelMap& names) {

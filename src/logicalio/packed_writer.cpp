@@ -2,7 +2,7 @@
 
 #include "json/cjson_access.h"
 #include "json/cjson_tree.h"
-#include "logicalio/keys.h"
+#include "logicalio/format.h"
 
 // Layout, in this order of members:
 //   <output key>Ports.json              {<output key>: {"version": 10, "portDict": {...},

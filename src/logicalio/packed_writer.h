@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "logicalio/packed_model.h"
+#include "logicalio/legacy_reader.h"
 
 namespace quenfold {
 

@@ -4,19 +4,16 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <vector>
 
 #include "json/cjson_access.h"
 #include "json/cjson_tree.h"
 #include "logicalio/bit_packing.h"
-#include "logicalio/keys.h"
+#include "logicalio/format.h"
 #include "logicalio/port_key_printer.h"
 
 namespace quenfold {
 namespace {
-
-constexpr int kPortDictVersion = 2;
-constexpr const char* kRefMapsKey = "refMaps";
-constexpr const char* kBitPackingKey = "bitPacking";
 
 /// Slots named at once when a file lists none; those beyond are named when they are met.
 constexpr std::uint64_t kMostListedSlots = 65536;
@@ -57,7 +54,51 @@ void nameImpliedSlots(PortDict& dict) {
   }
 }
 
+/// One part of the layout string: a literal (type 0) or a field.
+struct LayoutPart {
+  char type;
+  const char* literal;
+  PortField field;
+};
+
+constexpr std::array<LayoutPart, 12> kLayout = {{{'$', nullptr, kDevice},
+                                                 {0, ".", {}},
+                                                 {'$', nullptr, kSlot},
+                                                 {0, ".", {}},
+                                                 {'$', nullptr, kPortPrefix},
+                                                 {0, "[", {}},
+                                                 {'#', nullptr, kPortId},
+                                                 {0, "]", {}},
+                                                 {0, ".", {}},
+                                                 {'$', nullptr, kType},
+                                                 {0, ".ch", {}},
+                                                 {'#', nullptr, kCh}}};
+
 }  // namespace
+
+std::string layoutString(const FieldWidths& widths) {
+  std::vector<BitPackToken> tokens;
+  tokens.reserve(kLayout.size());
+  for (const LayoutPart& part : kLayout) {
+    tokens.push_back(part.type == 0
+                         ? makeLiteralToken(part.literal)
+                         : makeFieldToken(part.type, kPortFieldNames.at(part.field),
+                                          static_cast<std::uint32_t>(widths.at(part.field))));
+  }
+  return writeBitPacking(tokens);
+}
+
+bool readLayout(std::string_view layout, FieldWidths& widths) {
+  const std::vector<BitPackToken> tokens = parseBitPacking(layout);
+  for (const BitPackToken& token : tokens) {
+    const auto* const name = std::find(kPortFieldNames.begin(), kPortFieldNames.end(), token.text);
+    if (token.kind != BitPackKind::kLiteral && name != kPortFieldNames.end()) {
+      widths.at(static_cast<std::size_t>(name - kPortFieldNames.begin())) =
+          static_cast<std::int32_t>(token.bits);
+    }
+  }
+  return !tokens.empty();
+}
 
 std::string impliedSlotName(std::uint64_t id) { return fmt::format("slot{}", id); }
 

@@ -10,10 +10,12 @@
 #include <system_error>
 
 #include "logicalio/port_key.h"
-#include "logicalio/port_layout.h"
 #include "logicalio/ref_map.h"
 
 namespace quenfold {
+
+/// By `PortField`.
+using FieldWidths = std::array<std::int32_t, kPortFieldCount>;
 
 /// Turns port keys into numbers and back: the four texts of a key go through dictionaries, and the
 /// six numbers are laid side by side in fields that are just wide enough. While building, register
@@ -73,6 +75,13 @@ struct PortDict {
   /// other programs: no conversion calls it.
   [[nodiscard]] cJSON* widthsToJson() const;
 };
+
+/// How packed ports are laid out, as their file tells: the fields of a port key with their widths.
+std::string layoutString(const FieldWidths& widths);
+
+/// Sets the widths of the fields that the layout names, wherever they stand in it. False, and
+/// nothing changed, when `parseBitPacking` finds no token in it.
+bool readLayout(std::string_view layout, FieldWidths& widths);
 
 /// The name of that slot in a file that lists none.
 std::string impliedSlotName(std::uint64_t id);

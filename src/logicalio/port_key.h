@@ -16,10 +16,6 @@ enum PortField : std::size_t { kCh, kType, kPortId, kPortPrefix, kSlot, kDevice 
 
 inline constexpr std::size_t kPortFieldCount = 6;
 
-/// The fields' names in files, by `PortField`.
-inline constexpr std::array<const char*, kPortFieldCount> kPortFieldNames = {
-    "ch", "type", "port_id", "port_prefix", "slot", "device"};
-
 /// A port key such as "devA.slot0.in[12].mic.ch3" in its fields. Scanned texts are parts of the key
 /// and live as long as it does.
 struct PortKeyText {
