@@ -101,6 +101,12 @@ cJSON* newNumber(std::int32_t number) { return made(cJSON_CreateNumber, number);
 
 cJSON* newNumber(std::uint32_t number) { return made(cJSON_CreateNumber, number); }
 
+// The library prints a number by sprintf and reads it back: without ready texts packing takes 60 %
+// more instructions.
+cJSON* newNumberText(std::int32_t number) {
+  return made(cJSON_CreateRaw, fmt::format_int(number).c_str());
+}
+
 cJSON* newNumberText(std::uint32_t number) {
   return made(cJSON_CreateRaw, fmt::format_int(number).c_str());
 }

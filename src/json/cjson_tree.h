@@ -38,7 +38,8 @@ cJSON* newNumber(std::int32_t number);
 cJSON* newNumber(std::uint32_t number);
 cJSON* newString(const char* text);
 
-/// The same number as ready text, for those that are printed by the million.
+/// The same numbers as ready text, for those of every record and port.
+cJSON* newNumberText(std::int32_t number);
 cJSON* newNumberText(std::uint32_t number);
 
 /// The same without a copy: the text must outlive the document and stay as it is.

@@ -15,8 +15,12 @@
 
 namespace quenfold {
 
-/// The ports of a record as the dictionary numbers them; nothing for an empty port.
-using NumberedPorts = std::vector<std::optional<PortKeyIds>>;
+/// A record with its ports as the dictionary numbers them, nothing for an empty port: the texts of
+/// ID keys would cost packing another 70 % of its instructions.
+struct PackRecord {
+  LogicalIORecord fields;  // without ports
+  std::vector<std::optional<PortKeyIds>> ports;
+};
 
 /// What packing collects from a legacy document and writes to the packed files. The keys are empty
 /// when the document gives none.
@@ -24,8 +28,7 @@ struct PackedModel {
   std::string topLevelKey;
   std::string outputKey;
   std::vector<std::int32_t> levelKeys;
-  std::vector<LogicalIORecord> records;  // without their ports
-  std::vector<NumberedPorts> ports;      // record by record
+  std::vector<PackRecord> records;
   PortDict portDict;
   Fingerprints fingerprints;
 };

@@ -37,13 +37,13 @@ cJSON* categoriesToJson(const LogicalIORecord& record) {
 cJSON* entryToJson(const LogicalIORecord& record, const TableKind& kind, std::size_t levelCount) {
   cJSON* const entry = newObject();
   addMember(entry, kNameKey, newStringReference(record.name));
-  addMember(entry, kIdKey, newNumber(record.id));
-  addMember(entry, kKeyKey, newNumber(0));
+  addMember(entry, kIdKey, newNumberText(record.id));
+  addMember(entry, kKeyKey, newNumberText(0));
   addMember(entry, kind.portsKey, portsToJson(record, levelCount));
   addMember(entry, kDescriptionKey, newStringReference(record.description));
   addMember(entry, kCategoryKey, categoriesToJson(record));
   addMember(entry, kTallyKey, newStringReference(record.tally));
-  addMember(entry, kRedirectKey, newNumber(record.redirect));
+  addMember(entry, kRedirectKey, newNumberText(record.redirect));
   return entry;
 }
 

@@ -42,21 +42,25 @@ cJSON* levelKeysToJson(const std::vector<std::int32_t>& levelKeys) {
 }
 
 /// The number of a port, or an empty text where there is none.
-cJSON* portToJson(PackedModel& model, const std::optional<PortKeyIds>& port) {
-  VelDB::Hash& fingerprint = fingerprintOf(model.fingerprints, kPortKey);
+cJSON* portToJson(const PortDict& dict, const std::optional<PortKeyIds>& port,
+                  VelDB::Hash& fingerprint) {
   if (!port) {
     fingerprint.hashAdd(std::uint32_t{0});
     return newString("");
   }
-  const std::uint64_t packed = model.portDict.packIds(*port);
+  const std::uint64_t packed = dict.packIds(*port);
   fingerprint.hashAdd(packed);
   return newNumberText(static_cast<std::uint32_t>(packed));
 }
 
-cJSON* portsToJson(PackedModel& model, const NumberedPorts& ports) {
+/// A table without any port has no fingerprint of ports.
+cJSON* portsToJson(PackedModel& model, const PackRecord& record) {
   cJSON* const array = newArray();
-  for (const std::optional<PortKeyIds>& port : ports) {
-    addElement(array, portToJson(model, port));
+  if (!record.ports.empty()) {
+    VelDB::Hash& fingerprint = fingerprintOf(model.fingerprints, kPortKey);
+    for (const std::optional<PortKeyIds>& port : record.ports) {
+      addElement(array, portToJson(model.portDict, port, fingerprint));
+    }
   }
   return array;
 }
@@ -64,12 +68,12 @@ cJSON* portsToJson(PackedModel& model, const NumberedPorts& ports) {
 /// Everything of a record but its name, its categories and its ports.
 cJSON* fieldsToJson(const LogicalIORecord& record) {
   cJSON* const object = newObject();
-  addMember(object, kIdKey, newNumber(record.id));
+  addMember(object, kIdKey, newNumberText(record.id));
   if (!record.tally.empty()) {
     addMember(object, kTallyKey, newStringReference(record.tally));
   }
   if (record.redirect != kNoRedirect) {
-    addMember(object, kRedirectKey, newNumber(record.redirect));
+    addMember(object, kRedirectKey, newNumberText(record.redirect));
   }
   if (!record.description.empty()) {
     addMember(object, kDescriptionKey, newStringReference(record.description));
@@ -80,7 +84,7 @@ cJSON* fieldsToJson(const LogicalIORecord& record) {
 cJSON* categoriesToJson(const std::vector<CatEntry>& categories) {
   cJSON* const array = newArray();
   for (const CatEntry& entry : categories) {
-    addElement(array, entry.isText ? newStringReference(entry.text) : newNumber(entry.number));
+    addElement(array, entry.isText ? newStringReference(entry.text) : newNumberText(entry.number));
   }
   return array;
 }
@@ -88,7 +92,7 @@ cJSON* categoriesToJson(const std::vector<CatEntry>& categories) {
 /// [id, value]
 void addPair(cJSON* array, std::int32_t id, cJSON* value) {
   cJSON* const pair = addElement(array, newArray());
-  addElement(pair, newNumber(id));
+  addElement(pair, newNumberText(id));
   addElement(pair, value);
 }
 
@@ -103,10 +107,9 @@ cJSON* newSideTable(const PackedModel& model, const char* fingerprint) {
 
 cJSON* packRecords(PackedModel& model) {
   cJSON* const array = newArray();
-  auto ports = model.ports.begin();
-  for (const LogicalIORecord& record : model.records) {
-    cJSON* const object = addElement(array, fieldsToJson(record));
-    addMember(object, kPortKey, portsToJson(model, *ports++));
+  for (const PackRecord& record : model.records) {
+    cJSON* const object = addElement(array, fieldsToJson(record.fields));
+    addMember(object, kPortKey, portsToJson(model, record));
   }
   return array;
 }
@@ -124,8 +127,8 @@ std::string labelsText(const PackedModel& model) {
   return printed(buildCJson([&] {
     cJSON* const table = newSideTable(model, kNameKey);
     cJSON* const labels = addMember(table, kLabelsKey, newArray());
-    for (const LogicalIORecord& record : model.records) {
-      addPair(labels, record.id, newStringReference(record.name));
+    for (const PackRecord& record : model.records) {
+      addPair(labels, record.fields.id, newStringReference(record.fields.name));
     }
     return documentOf(model.outputKey + kLabelsTable, table);
   }));
@@ -135,9 +138,9 @@ std::string categoriesText(const PackedModel& model) {
   return printed(buildCJson([&] {
     cJSON* const table = newSideTable(model, kCategoryKey);
     cJSON* const list = addMember(table, kLegacyCategoriesKey, newArray());
-    for (const LogicalIORecord& record : model.records) {
-      if (!record.categories.empty()) {
-        addPair(list, record.id, categoriesToJson(record.categories));
+    for (const PackRecord& record : model.records) {
+      if (!record.fields.categories.empty()) {
+        addPair(list, record.fields.id, categoriesToJson(record.fields.categories));
       }
     }
     return documentOf(model.outputKey + kLegacyCategoriesTable, table);

@@ -10,7 +10,6 @@
 #include "json/cjson_tree.h"
 #include "logicalio/bit_packing.h"
 #include "logicalio/format.h"
-#include "logicalio/port_key_printer.h"
 
 namespace quenfold {
 namespace {
@@ -46,12 +45,20 @@ void loadRefMap(const cJSON& refMaps, PortField field, VelDB::RefMap& map) {
   }
 }
 
+/// The name of that slot in a file that lists none.
+std::string impliedSlotName(std::uint64_t id) { return fmt::format("slot{}", id); }
+
 void nameImpliedSlots(PortDict& dict) {
   const auto width = static_cast<std::uint32_t>(dict.bits[kSlot]);
   dict.impliedSlots = std::uint64_t{lowMask(width)} + 1;
   for (std::uint64_t id = 0; id < std::min(dict.impliedSlots, kMostListedSlots); ++id) {
     dict.slot.add(impliedSlotName(id));
   }
+}
+
+std::string_view nameOrEmpty(const VelDB::RefMap& map, std::uint32_t id) {
+  const std::string* const name = map.nameOf(id);
+  return name == nullptr ? std::string_view() : *name;
 }
 
 /// One part of the layout string: a literal (type 0) or a field.
@@ -100,23 +107,21 @@ bool readLayout(std::string_view layout, FieldWidths& widths) {
   return !tokens.empty();
 }
 
-std::string impliedSlotName(std::uint64_t id) { return fmt::format("slot{}", id); }
-
 std::optional<PortKeyIds> PortDict::registerPort(std::string_view portKey) {
   const std::optional<PortKeyText> key = scanPortKey(portKey);
   if (!key) {
     return std::nullopt;
   }
+  PortKeyIds ids;
+  ids.device = device.add(key->device);
+  ids.port_prefix = port_prefix.add(key->port_prefix);
+  ids.type = type.add(key->type);
+  ids.slot = slot.add(key->slot);
   // A negative number counts as a very large one.
-  PortKeyIds ids{};
-  ids[kCh] = static_cast<std::uint32_t>(key->ch);
-  ids[kPortId] = static_cast<std::uint32_t>(key->portId);
-  ids[kDevice] = device.add(key->device);
-  ids[kPortPrefix] = portPrefix.add(key->portPrefix);
-  ids[kType] = type.add(key->type);
-  ids[kSlot] = slot.add(key->slot);
-  maxCh = std::max(maxCh, ids[kCh]);
-  maxPortId = std::max(maxPortId, ids[kPortId]);
+  ids.ch = static_cast<std::uint32_t>(key->ch);
+  ids.port_id = static_cast<std::uint32_t>(key->port_id);
+  maxCh = std::max(maxCh, ids.ch);
+  maxPortId = std::max(maxPortId, ids.port_id);
   return ids;
 }
 
@@ -130,7 +135,7 @@ std::uint32_t PortDict::computeWidths() {
   bits[kCh] = bitsFor(maxCh + 1);
   bits[kType] = bitsFor(type);
   bits[kPortId] = bitsFor(maxPortId + 1);
-  bits[kPortPrefix] = bitsFor(portPrefix);
+  bits[kPortPrefix] = bitsFor(port_prefix);
   bits[kSlot] = bitsFor(slot);
   bits[kDevice] = bitsFor(device);
   return computeShifts();
@@ -152,7 +157,7 @@ std::uint64_t PortDict::packIds(const PortKeyIds& ids) const {
   for (std::size_t field = 0; field < kPortFieldCount; ++field) {
     if (bits[field] > 0) {
       // Kept on purpose: not masked, so a value wider than its field spills into the next one.
-      packed |= shiftedLeft(ids[field], shift[field]);
+      packed |= shiftedLeft(ids.*kPortKeyIds[field], shift[field]);
     }
   }
   return packed;
@@ -162,21 +167,32 @@ std::uint64_t PortDict::packIdKey(std::string_view idKey) const {
   return packIds(scanIdKey(idKey));
 }
 
-PortKeyIds PortDict::splitFields(std::uint64_t value) const {
-  PortKeyIds ids{};
+PortKeyIds PortDict::unpackIds(std::uint64_t value) const {
+  PortKeyIds ids;
   for (std::size_t field = 0; field < kPortFieldCount; ++field) {
     if (bits[field] > 0 && shift[field] < 32) {
       // Kept on purpose: a field that reaches bit 31 takes in the upper half of the number too.
       const std::int64_t wideMask = static_cast<std::int32_t>(mask[field]);
-      ids[field] = static_cast<std::uint32_t>((value & static_cast<std::uint64_t>(wideMask)) >>
-                                              shift[field]);
+      ids.*kPortKeyIds[field] = static_cast<std::uint32_t>(
+          (value & static_cast<std::uint64_t>(wideMask)) >> shift[field]);
     }
   }
   return ids;
 }
 
 std::string PortDict::unpackToPortKey(std::uint64_t value) const {
-  return std::string(PortKeyPrinter(*this).print(value));
+  const PortKeyIds ids = unpackIds(value);
+  const std::string unlistedSlot = slot.containsId(ids.slot) || ids.slot >= impliedSlots
+                                       ? std::string()
+                                       : impliedSlotName(ids.slot);
+  PortKeyText key;
+  key.device = nameOrEmpty(device, ids.device);
+  key.slot = unlistedSlot.empty() ? nameOrEmpty(slot, ids.slot) : unlistedSlot;
+  key.port_prefix = nameOrEmpty(port_prefix, ids.port_prefix);
+  key.port_id = static_cast<std::int32_t>(ids.port_id);
+  key.type = nameOrEmpty(type, ids.type);
+  key.ch = static_cast<std::int32_t>(ids.ch);
+  return printPortKey(key);
 }
 
 cJSON* PortDict::toJson() const {
@@ -185,7 +201,7 @@ cJSON* PortDict::toJson() const {
   cJSON* const refMaps = addMember(root, kRefMapsKey, newObject());
   addRefMap(refMaps, kDevice, device);
   addRefMap(refMaps, kSlot, slot);
-  addRefMap(refMaps, kPortPrefix, portPrefix);
+  addRefMap(refMaps, kPortPrefix, port_prefix);
   addRefMap(refMaps, kType, type);
   addMember(root, kBitPackingKey, newString(layoutString(bits).c_str()));
   return root;
@@ -210,7 +226,7 @@ std::error_code PortDict::fromJson(const cJSON& root) {
   if (slot.size() == 0) {
     nameImpliedSlots(*this);
   }
-  loadRefMap(*refMaps, kPortPrefix, portPrefix);
+  loadRefMap(*refMaps, kPortPrefix, port_prefix);
   loadRefMap(*refMaps, kType, type);
   return {};
 }

@@ -32,7 +32,7 @@ struct PortDict {
 
   VelDB::RefMap device;
   VelDB::RefMap slot;
-  VelDB::RefMap portPrefix;
+  VelDB::RefMap port_prefix;  // NOLINT(readability-identifier-naming): as files spell it
   VelDB::RefMap type;
 
   // Of a file that lists no slots: "slotN" has the id N for every N below this.
@@ -42,7 +42,8 @@ struct PortDict {
   /// changed, for a text that is no port key.
   std::optional<PortKeyIds> registerPort(std::string_view portKey);
 
-  /// The same, with `out` set to the ID key. Returns `out`.
+  /// The same with the ID key as a text, which `out` is set to. Returns `out`. Defined for other
+  /// programs: no conversion calls it.
   std::string& registerPortKey(std::string_view portKey, std::string& out);
 
   /// The widths that hold everything registered, then `computeShifts`. Returns the total width.
@@ -53,10 +54,12 @@ struct PortDict {
 
   /// The packed number of a port, below 2^32; bits beyond that are lost.
   [[nodiscard]] std::uint64_t packIds(const PortKeyIds& ids) const;
+
+  /// The same of an ID key. Defined for other programs: no conversion calls it.
   [[nodiscard]] std::uint64_t packIdKey(std::string_view idKey) const;
 
-  /// The fields of a packed number.
-  [[nodiscard]] PortKeyIds splitFields(std::uint64_t value) const;
+  /// The reverse of `packIds`, as far as the fields hold what was packed.
+  [[nodiscard]] PortKeyIds unpackIds(std::uint64_t value) const;
 
   /// The port key of a packed number. An id without a name leaves its text empty.
   [[nodiscard]] std::string unpackToPortKey(std::uint64_t value) const;
@@ -82,8 +85,5 @@ std::string layoutString(const FieldWidths& widths);
 /// Sets the widths of the fields that the layout names, wherever they stand in it. False, and
 /// nothing changed, when `parseBitPacking` finds no token in it.
 bool readLayout(std::string_view layout, FieldWidths& widths);
-
-/// The name of that slot in a file that lists none.
-std::string impliedSlotName(std::uint64_t id);
 
 }  // namespace quenfold

@@ -1,11 +1,11 @@
 #include "logicalio/port_key.h"
 
+#include <fmt/core.h>
+
 #include "app/text.h"
 
 namespace quenfold {
 namespace {
-
-using namespace std::string_view_literals;
 
 constexpr std::size_t kPortKeyCapacity = 191;
 constexpr std::size_t kTextCapacity = 63;
@@ -55,56 +55,45 @@ class Scanner {
 
 /// What an ID key is made of, in the order of its text: a field and the characters after it.
 struct IdKeyPart {
-  PortField field;
+  std::uint32_t PortKeyIds::*field;
   std::string_view after;
 };
 
-constexpr std::array<IdKeyPart, kPortFieldCount> kIdKeyParts = {
-    {{kDevice, "."}, {kSlot, "."}, {kPortPrefix, "["}, {kPortId, "]."}, {kType, "."}, {kCh, ""}}};
+constexpr std::array<IdKeyPart, kPortFieldCount> kIdKeyParts = {{{&PortKeyIds::device, "."},
+                                                                 {&PortKeyIds::slot, "."},
+                                                                 {&PortKeyIds::port_prefix, "["},
+                                                                 {&PortKeyIds::port_id, "]."},
+                                                                 {&PortKeyIds::type, "."},
+                                                                 {&PortKeyIds::ch, ""}}};
 
 }  // namespace
 
 std::optional<PortKeyText> scanPortKey(std::string_view key) {
   PortKeyText fields;
   Scanner scanner(key);
-  const bool scanned =
-      key.size() <= kPortKeyCapacity && scanner.textBefore('.', kTextCapacity, fields.device) &&
-      scanner.textBefore('.', kTextCapacity, fields.slot) &&
-      scanner.textBefore('[', kTextCapacity, fields.portPrefix) && scanner.decimal(fields.portId) &&
-      scanner.literal("].") && scanner.textBefore('.', kTypeCapacity, fields.type) &&
-      scanner.literal("ch") && scanner.decimal(fields.ch);
+  const bool scanned = key.size() <= kPortKeyCapacity &&
+                       scanner.textBefore('.', kTextCapacity, fields.device) &&
+                       scanner.textBefore('.', kTextCapacity, fields.slot) &&
+                       scanner.textBefore('[', kTextCapacity, fields.port_prefix) &&
+                       scanner.decimal(fields.port_id) && scanner.literal("].") &&
+                       scanner.textBefore('.', kTypeCapacity, fields.type) &&
+                       scanner.literal("ch") && scanner.decimal(fields.ch);
   return scanned ? std::optional(fields) : std::nullopt;
 }
 
-void appendPortKeyHead(fmt::memory_buffer& key, std::string_view device, std::string_view slot,
-                       std::string_view portPrefix) {
-  key.append(device);
-  key.push_back('.');
-  key.append(slot);
-  key.push_back('.');
-  key.append(portPrefix);
-  key.push_back('[');
-}
-
-void appendPortKeyTail(fmt::memory_buffer& key, std::int32_t portId, std::string_view type,
-                       std::int32_t ch) {
-  const fmt::format_int portIdDigits(portId);
-  const fmt::format_int chDigits(ch);
-  key.append(portIdDigits.data(), portIdDigits.data() + portIdDigits.size());
-  key.append("]."sv);
-  key.append(type);
-  key.append(".ch"sv);
-  key.append(chDigits.data(), chDigits.data() + chDigits.size());
+std::string printPortKey(const PortKeyText& fields) {
+  return fmt::format("{}.{}.{}[{}].{}.ch{}", fields.device, fields.slot, fields.port_prefix,
+                     fields.port_id, fields.type, fields.ch);
 }
 
 PortKeyIds scanIdKey(std::string_view key) {
-  PortKeyIds ids{};
+  PortKeyIds ids;
   if (key.size() > kIdKeyCapacity) {
     return ids;
   }
   Scanner scanner(key);
   for (const IdKeyPart& part : kIdKeyParts) {
-    if (!scanner.hexadecimal(ids.at(part.field)) || !scanner.literal(part.after)) {
+    if (!scanner.hexadecimal(ids.*part.field) || !scanner.literal(part.after)) {
       return ids;
     }
   }
@@ -112,8 +101,8 @@ PortKeyIds scanIdKey(std::string_view key) {
 }
 
 std::string printIdKey(const PortKeyIds& ids) {
-  return fmt::format("{:X}.{:X}.{:X}[{:X}].{:X}.{:X}", ids[kDevice], ids[kSlot], ids[kPortPrefix],
-                     ids[kPortId], ids[kType], ids[kCh]);
+  return fmt::format("{:X}.{:X}.{:X}[{:X}].{:X}.{:X}", ids.device, ids.slot, ids.port_prefix,
+                     ids.port_id, ids.type, ids.ch);
 }
 
 }  // namespace quenfold

@@ -11,15 +11,6 @@
 namespace VelDB {
 
 std::uint32_t RefMap::add(std::string_view name) {
-  if (!lastId_ || lastName_ != name) {
-    const std::uint32_t id = addToMaps(name);
-    lastName_ = name;
-    lastId_ = id;
-  }
-  return *lastId_;
-}
-
-std::uint32_t RefMap::addToMaps(std::string_view name) {
   const auto place = nameToId_.lower_bound(name);
   if (place != nameToId_.end() && place->first == name) {
     return place->second;
@@ -48,7 +39,6 @@ const std::string* RefMap::nameOf(std::uint32_t id) const {
 }
 
 int RefMap::removeByName(std::string_view name) {
-  lastId_.reset();
   const auto known = nameToId_.find(name);
   if (known == nameToId_.end()) {
     return 1;
@@ -59,7 +49,6 @@ int RefMap::removeByName(std::string_view name) {
 }
 
 int RefMap::removeById(std::uint32_t id) {
-  lastId_.reset();
   const auto known = idToName_.find(id);
   if (known == idToName_.end()) {
     return 1;
@@ -70,7 +59,6 @@ int RefMap::removeById(std::uint32_t id) {
 }
 
 int RefMap::rename(std::string_view from, std::string_view to) {
-  lastId_.reset();
   const auto known = nameToId_.find(from);
   if (from == to || known == nameToId_.end() || contains(to)) {
     return 1;
@@ -83,7 +71,6 @@ int RefMap::rename(std::string_view from, std::string_view to) {
 }
 
 int RefMap::changeId(std::uint32_t from, std::uint32_t to) {
-  lastId_.reset();
   const auto known = idToName_.find(from);
   if (from == to || known == idToName_.end() || containsId(to)) {
     return 1;
@@ -95,7 +82,6 @@ int RefMap::changeId(std::uint32_t from, std::uint32_t to) {
 }
 
 void RefMap::renumber() {
-  lastId_.reset();
   idToName_.clear();
   for (auto& [name, id] : nameToId_) {
     id = static_cast<std::uint32_t>(size());
@@ -104,7 +90,6 @@ void RefMap::renumber() {
 }
 
 void RefMap::clear() {
-  lastId_.reset();
   nameToId_.clear();
   idToName_.clear();
 }

@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -62,15 +61,8 @@ class RefMap {
   void dump(std::string_view separator = " ") const;
 
  private:
-  std::uint32_t addToMaps(std::string_view name);
-
   std::map<std::string, std::uint32_t, std::less<>> nameToId_;
   std::map<std::uint32_t, std::string> idToName_;
-
-  // What add() gave last, until the map changes in another way: ports come with their neighbours,
-  // which mostly have the same device, slot, prefix and type.
-  std::optional<std::uint32_t> lastId_;
-  std::string lastName_;
 };
 
 }  // namespace VelDB

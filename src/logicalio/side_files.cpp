@@ -106,17 +106,9 @@ DeviceMapper labelOfDevice(const std::vector<DeviceLabel>& devices) {
   for (const DeviceLabel& device : devices) {
     byId.emplace(device.id, &device);
   }
-  // A device's port labels mostly stand together: the last one found is tried first.
-  const DeviceLabel* last = nullptr;
-  return [byId = std::move(byId), last](std::string_view id) mutable -> std::string_view {
-    if (last == nullptr || last->id != id) {
-      const auto known = byId.find(id);
-      if (known == byId.end()) {
-        return id;
-      }
-      last = known->second;
-    }
-    return last->label;
+  return [byId = std::move(byId)](std::string_view id) -> std::string_view {
+    const auto known = byId.find(id);
+    return known == byId.end() ? id : known->second->label;
   };
 }
 

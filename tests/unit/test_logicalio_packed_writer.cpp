@@ -9,11 +9,12 @@ namespace {
 TEST(PackRecords, WritesPackedNumbersBesideEmptyPorts) {
   PackedModel model;
   model.records.resize(2);
-  model.records[0].id = -1;
-  model.records[1].id = 2;
+  model.records[0].fields.id = -1;
+  model.records[1].fields.id = 2;
   model.portDict.bits[kCh] = 32;
   model.portDict.computeShifts();
-  model.ports = {{std::nullopt, PortKeyIds{7}, std::nullopt}, {PortKeyIds{4294967295U}}};
+  model.records[0].ports = {std::nullopt, scanIdKey("0.0.0[0].0.7"), std::nullopt};
+  model.records[1].ports = {scanIdKey("0.0.0[0].0.FFFFFFFF")};
   EXPECT_EQ(printed(buildCJson([&] { return packRecords(model); })),
             "[{\n\t\t\"id\":\t-1,\n\t\t\"port\":\t[\"\", 7, \"\"]\n\t}, "
             "{\n\t\t\"id\":\t2,\n\t\t\"port\":\t[4294967295]\n\t}]");

@@ -66,12 +66,15 @@ TEST(RegisterPortKey, GivesTheIdKey) {
 TEST(RegisterPort, GivesTheFieldsAsNumbers) {
   PortDict dict;
   dict.registerPort("devA.slot0.in[12].mic.ch3");
-  const PortKeyIds fields = {1, 0, 5, 1, 0, 1};
-  EXPECT_EQ(dict.registerPort("devB.slot0.out[5].mic.ch1"), std::optional(fields));
-  EXPECT_EQ(dict.registerPort("Vox"), std::nullopt);
+  const std::optional<PortKeyIds> ids = dict.registerPort("devB.slot0.out[5].mic.ch1");
+  ASSERT_TRUE(ids);
+  EXPECT_EQ(printIdKey(*ids), "1.0.1[5].0.1");
+  EXPECT_FALSE(dict.registerPort("Vox"));
   dict.computeWidths();
   // Widths: 2 for channels to 3, 4 for ports to 12, 1 for two prefixes and for two devices.
-  EXPECT_EQ(dict.packIds(fields), 1U + (5U << 2U) + (1U << 6U) + (1U << 7U));
+  const std::uint64_t packed = 1U + (5U << 2U) + (1U << 6U) + (1U << 7U);
+  EXPECT_EQ(dict.packIds(*ids), packed);
+  EXPECT_EQ(printIdKey(dict.unpackIds(packed)), "1.0.1[5].0.1");
 }
 
 TEST(RegisterPortKey, LeavesEverythingAloneWithoutAPortKey) {
@@ -263,7 +266,7 @@ TEST(PortDictFromJson, ReadsNoMapsWithoutALayout) {
     const std::error_code success = dict.fromJson(*parseCJson(json));
     EXPECT_EQ(success, std::error_code(0, std::system_category())) << layout;
     EXPECT_EQ(dict.version, 9U);
-    EXPECT_EQ(dict.device.size() + dict.slot.size() + dict.portPrefix.size() + dict.type.size(),
+    EXPECT_EQ(dict.device.size() + dict.slot.size() + dict.port_prefix.size() + dict.type.size(),
               0U);
   }
 }
