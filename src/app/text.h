@@ -20,7 +20,8 @@ struct TokenRange {
 };
 
 /// The same cuts as `split`, as positions and for at most five pieces; unused ranges are empty.
-/// Throws "split_itr - too many tokens." at the fifth delimiter.
+/// Throws "split_itr - too many tokens." at the fifth delimiter. Defined for other programs: no
+/// conversion calls it.
 std::array<TokenRange, 5> split_itr(  // NOLINT(readability-identifier-naming): a name of long use
     std::string_view text, char delimiter);
 

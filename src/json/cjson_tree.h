@@ -30,8 +30,8 @@ CJsonDocument parseCJson(const std::string& text);
 /// counts. Throws what `build` throws, and nothing is left of the document then.
 CJsonDocument buildCJson(const std::function<cJSON*()>& build);
 
-/// Values without a name or a place yet, never null. Every one throws std::bad_alloc instead of
-/// leaving something out, and a logic error outside of `buildCJson`.
+/// Values that belong to no object or array yet, never null. Every one throws std::bad_alloc
+/// instead of leaving something out, and a logic error outside of `buildCJson`.
 cJSON* newObject();
 cJSON* newArray();
 cJSON* newNumber(std::int32_t number);
@@ -51,7 +51,7 @@ cJSON* newStringReference(std::string&& text) = delete;
 cJSON* addMember(cJSON* object, const char* name, cJSON* value);
 cJSON* addElement(cJSON* array, cJSON* value);
 
-/// The document in cJSON's formatted layout: an object's members on lines of their own, indented by
+/// The document as cJSON formats it: an object's members on lines of their own, indented by
 /// one tab a level, with a tab between name and value; an array's elements on one line. Takes the
 /// document, so that not both are held longer than need be. Throws std::bad_alloc, also for a text
 /// of 2 GiB, beyond which cJSON does not go.

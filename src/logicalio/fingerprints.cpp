@@ -4,6 +4,9 @@
 #include "json/cjson_tree.h"
 #include "logicalio/format.h"
 
+// Layout of a ".hash" file: {<top-level key>: {"hash": {<name>: <value>, ...}}}, the names
+// ascending.
+
 namespace quenfold {
 
 VelDB::Hash& fingerprintOf(Fingerprints& fingerprints, std::string_view name) {

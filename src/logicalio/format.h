@@ -43,6 +43,9 @@ inline constexpr std::int32_t kTableVersion = 10;
 inline constexpr const char* kRefMapsKey = "refMaps";
 inline constexpr const char* kBitPackingKey = "bitPacking";
 
+/// What stands before the id in the name of a slot in a "portDict" that lists none.
+inline constexpr std::string_view kDefaultSlot = "slot";
+
 /// The version of every "portDict".
 inline constexpr std::int32_t kPortDictVersion = 2;
 

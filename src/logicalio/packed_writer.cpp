@@ -14,7 +14,6 @@
 //   <output key>LegacyCategories.json   {<output key>LegacyCategories: {"version": 10,
 //                                         "hash": <value>,
 //                                         "legacyCategories": [[<id>, [<entry>, ...]], ...]}}
-//   <input name>.hash                   {<top-level key>: {"hash": {<name>: <value>, ...}}}
 
 namespace quenfold {
 namespace {

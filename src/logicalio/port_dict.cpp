@@ -46,7 +46,7 @@ void loadRefMap(const cJSON& refMaps, PortField field, VelDB::RefMap& map) {
 }
 
 /// The name of that slot in a file that lists none.
-std::string impliedSlotName(std::uint64_t id) { return fmt::format("slot{}", id); }
+std::string impliedSlotName(std::uint64_t id) { return fmt::format("{}{}", kDefaultSlot, id); }
 
 void nameImpliedSlots(PortDict& dict) {
   const auto width = static_cast<std::uint32_t>(dict.bits[kSlot]);
@@ -61,32 +61,32 @@ std::string_view nameOrEmpty(const VelDB::RefMap& map, std::uint32_t id) {
   return name == nullptr ? std::string_view() : *name;
 }
 
-/// One part of the layout string: a literal (type 0) or a field.
-struct LayoutPart {
+/// One part of the bit-packing string: a literal (type 0) or a field.
+struct BitPackPart {
   char type;
   const char* literal;
   PortField field;
 };
 
-constexpr std::array<LayoutPart, 12> kLayout = {{{'$', nullptr, kDevice},
-                                                 {0, ".", {}},
-                                                 {'$', nullptr, kSlot},
-                                                 {0, ".", {}},
-                                                 {'$', nullptr, kPortPrefix},
-                                                 {0, "[", {}},
-                                                 {'#', nullptr, kPortId},
-                                                 {0, "]", {}},
-                                                 {0, ".", {}},
-                                                 {'$', nullptr, kType},
-                                                 {0, ".ch", {}},
-                                                 {'#', nullptr, kCh}}};
+constexpr std::array<BitPackPart, 12> kBitPackParts = {{{'$', nullptr, kDevice},
+                                                        {0, ".", {}},
+                                                        {'$', nullptr, kSlot},
+                                                        {0, ".", {}},
+                                                        {'$', nullptr, kPortPrefix},
+                                                        {0, "[", {}},
+                                                        {'#', nullptr, kPortId},
+                                                        {0, "]", {}},
+                                                        {0, ".", {}},
+                                                        {'$', nullptr, kType},
+                                                        {0, ".ch", {}},
+                                                        {'#', nullptr, kCh}}};
 
 }  // namespace
 
-std::string layoutString(const FieldWidths& widths) {
+std::string writeWidths(const FieldWidths& widths) {
   std::vector<BitPackToken> tokens;
-  tokens.reserve(kLayout.size());
-  for (const LayoutPart& part : kLayout) {
+  tokens.reserve(kBitPackParts.size());
+  for (const BitPackPart& part : kBitPackParts) {
     tokens.push_back(part.type == 0
                          ? makeLiteralToken(part.literal)
                          : makeFieldToken(part.type, kPortFieldNames.at(part.field),
@@ -95,8 +95,8 @@ std::string layoutString(const FieldWidths& widths) {
   return writeBitPacking(tokens);
 }
 
-bool readLayout(std::string_view layout, FieldWidths& widths) {
-  const std::vector<BitPackToken> tokens = parseBitPacking(layout);
+bool parseWidths(std::string_view bitPacking, FieldWidths& widths) {
+  const std::vector<BitPackToken> tokens = parseBitPacking(bitPacking);
   for (const BitPackToken& token : tokens) {
     const auto* const name = std::find(kPortFieldNames.begin(), kPortFieldNames.end(), token.text);
     if (token.kind != BitPackKind::kLiteral && name != kPortFieldNames.end()) {
@@ -203,7 +203,7 @@ cJSON* PortDict::toJson() const {
   addRefMap(refMaps, kSlot, slot);
   addRefMap(refMaps, kPortPrefix, port_prefix);
   addRefMap(refMaps, kType, type);
-  addMember(root, kBitPackingKey, newString(layoutString(bits).c_str()));
+  addMember(root, kBitPackingKey, newString(writeWidths(bits).c_str()));
   return root;
 }
 
@@ -214,11 +214,11 @@ std::error_code PortDict::fromJson(const cJSON& root) {
     return std::make_error_code(std::errc::invalid_argument);
   }
   version = static_cast<std::uint32_t>(versionItem->valueint);
-  const char* const layout = stringValue(findMember(&root, kBitPackingKey));
-  if (layout == nullptr) {
+  const char* const bitPacking = stringValue(findMember(&root, kBitPackingKey));
+  if (bitPacking == nullptr) {
     return {};
   }
-  if (readLayout(layout, bits)) {
+  if (parseWidths(bitPacking, bits)) {
     computeShifts();
   }
   loadRefMap(*refMaps, kDevice, device);

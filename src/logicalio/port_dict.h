@@ -79,11 +79,11 @@ struct PortDict {
   [[nodiscard]] cJSON* widthsToJson() const;
 };
 
-/// How packed ports are laid out, as their file tells: the fields of a port key with their widths.
-std::string layoutString(const FieldWidths& widths);
+/// The bit-packing string of a file: the fields of a port key with their widths.
+std::string writeWidths(const FieldWidths& widths);
 
-/// Sets the widths of the fields that the layout names, wherever they stand in it. False, and
+/// Sets the widths of the fields that the string names, wherever they stand in it. False, and
 /// nothing changed, when `parseBitPacking` finds no token in it.
-bool readLayout(std::string_view layout, FieldWidths& widths);
+bool parseWidths(std::string_view bitPacking, FieldWidths& widths);
 
 }  // namespace quenfold

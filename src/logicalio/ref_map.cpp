@@ -11,13 +11,13 @@
 namespace VelDB {
 
 std::uint32_t RefMap::add(std::string_view name) {
-  const auto place = nameToId_.lower_bound(name);
-  if (place != nameToId_.end() && place->first == name) {
-    return place->second;
+  const auto known = nameToId_.find(name);
+  if (known != nameToId_.end()) {
+    return known->second;
   }
   const auto id = static_cast<std::uint32_t>(size());
-  nameToId_.emplace_hint(place, name, id);
-  idToName_.insert_or_assign(idToName_.end(), id, name);
+  nameToId_.emplace(name, id);
+  idToName_[id] = name;
   return id;
 }
 

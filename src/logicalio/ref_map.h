@@ -26,26 +26,14 @@ class RefMap {
   [[nodiscard]] bool contains(std::string_view name) const;
   [[nodiscard]] bool containsId(std::uint32_t id) const;
 
-  /// The name's id, and 1 for an unknown name.
-  [[nodiscard]] std::uint32_t idOf(std::string_view name) const;
-
   /// Null for an unknown id; valid until the entry changes.
   [[nodiscard]] const std::string* nameOf(std::uint32_t id) const;
 
   /// The number of ids.
   [[nodiscard]] std::size_t size() const { return idToName_.size(); }
 
-  int removeByName(std::string_view name);
-  int removeById(std::uint32_t id);
-
   /// Refused when the names are equal, `from` is unknown or `to` is taken.
   int rename(std::string_view from, std::string_view to);
-
-  /// Refused when the ids are equal, `from` is unknown or `to` is taken.
-  int changeId(std::uint32_t from, std::uint32_t to);
-
-  /// Gives the ids 0, 1, 2, ... in ascending order of the names.
-  void renumber();
 
   void clear();
 
@@ -55,6 +43,20 @@ class RefMap {
   /// Replaces everything. Children that are no [id, name] are skipped; ids are cut toward zero and
   /// limited to 32 bits, negative ones become 0; a later entry replaces an earlier one.
   void fromJson(const cJSON& array);
+
+  // Defined for other programs: no conversion calls these.
+
+  /// The name's id, and 1 for an unknown name.
+  [[nodiscard]] std::uint32_t idOf(std::string_view name) const;
+
+  int removeByName(std::string_view name);
+  int removeById(std::uint32_t id);
+
+  /// Refused when the ids are equal, `from` is unknown or `to` is taken.
+  int changeId(std::uint32_t from, std::uint32_t to);
+
+  /// Gives the ids 0, 1, 2, ... in ascending order of the names.
+  void renumber();
 
   /// Prints "<id in hexadecimal>=<name><separator>" for each id, then a line end, to standard
   /// output.

@@ -338,37 +338,37 @@ TEST(PortDictFromJson, ListedSlotsAreNotAddedTo) {
   EXPECT_EQ(dict.unpackToPortKey(1), "..[0]..ch0");
 }
 
-constexpr const char* kLayout =
+constexpr const char* kBitPacking =
     "${device,1}.${slot,2}.${port_prefix,3}[#{port_id,4}].${type,5}.ch#{ch,6}";
 constexpr FieldWidths kWidths = {6, 5, 4, 3, 2, 1};
 
-TEST(PortLayout, SpellsAPortKeyWithTheWidthsOfItsFields) {
-  EXPECT_EQ(layoutString(kWidths), kLayout);
+TEST(FieldWidths, SpellsAPortKeyWithTheWidthsOfItsFields) {
+  EXPECT_EQ(writeWidths(kWidths), kBitPacking);
 }
 
-TEST(PortLayout, IsReadBack) {
+TEST(FieldWidths, IsReadBack) {
   FieldWidths widths{};
-  EXPECT_TRUE(readLayout(kLayout, widths));
+  EXPECT_TRUE(parseWidths(kBitPacking, widths));
   EXPECT_EQ(widths, kWidths);
 }
 
-TEST(PortLayout, LeavesTheWidthsThatItDoesNotName) {
+TEST(FieldWidths, LeavesTheWidthsThatItDoesNotName) {
   FieldWidths widths = kWidths;
-  EXPECT_TRUE(readLayout("#{ch,9} ${other,7} type", widths));
+  EXPECT_TRUE(parseWidths("#{ch,9} ${other,7} type", widths));
   EXPECT_EQ(widths, (FieldWidths{9, 5, 4, 3, 2, 1}));
 }
 
-TEST(PortLayout, MayNameNoFieldThatIsKnown) {
+TEST(FieldWidths, MayNameNoFieldThatIsKnown) {
   FieldWidths widths = kWidths;
-  EXPECT_TRUE(readLayout("device.${other,7}", widths));
-  EXPECT_TRUE(readLayout("device$", widths));
+  EXPECT_TRUE(parseWidths("device.${other,7}", widths));
+  EXPECT_TRUE(parseWidths("device$", widths));
   EXPECT_EQ(widths, kWidths);
 }
 
-TEST(PortLayout, HoldsNothingWithoutAField) {
+TEST(FieldWidths, HoldsNothingWithoutAField) {
   FieldWidths widths = kWidths;
-  EXPECT_FALSE(readLayout("", widths));
-  EXPECT_FALSE(readLayout("device.slot", widths));
+  EXPECT_FALSE(parseWidths("", widths));
+  EXPECT_FALSE(parseWidths("device.slot", widths));
   EXPECT_EQ(widths, kWidths);
 }
 
