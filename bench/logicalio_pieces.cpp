@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "json/cjson_handle.h"
+#include "json/cjson_tree.h"
 #include "logicalio/bit_packing.h"
 #include "logicalio/hash.h"
 #include "logicalio/port_dict.h"

@@ -2,7 +2,7 @@
 // label files.
 
 #include "input_files.h"
-#include "json/cjson_handle.h"
+#include "json/cjson_tree.h"
 #include "logicalio/unpack.h"
 #include "target.h"
 

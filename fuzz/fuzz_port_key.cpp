@@ -6,11 +6,9 @@
 #include <vector>
 
 #include "app/text.h"
-#include "json/cjson_handle.h"
-#include "json/formatted_json.h"
+#include "json/cjson_tree.h"
 #include "logicalio/port_dict.h"
 #include "logicalio/port_key.h"
-#include "support/port_key_text.h"
 #include "target.h"
 
 namespace quenfold {
@@ -23,16 +21,17 @@ struct Registered {
 };
 
 std::string canonical(const PortKeyText& fields) {
-  std::string text = test::printPortKey(fields);
+  std::string text = printPortKey(fields);
   const std::optional<PortKeyText> again = scanPortKey(text);
   fuzz::require(again.has_value(), "a printed port key scans");
-  fuzz::requireEqual(test::printPortKey(*again), text, "a printed port key scans to its fields");
+  fuzz::requireEqual(printPortKey(*again), text, "a printed port key scans to its fields");
   return text;
 }
 
 void checkIdKey(std::string_view line) {
-  const PortKeyIds ids = scanIdKey(line);
-  fuzz::require(scanIdKey(printIdKey(ids)) == ids, "a printed ID key scans to its numbers");
+  const std::string printed = printIdKey(scanIdKey(line));
+  fuzz::requireEqual(printIdKey(scanIdKey(printed)), printed,
+                     "a printed ID key scans to its numbers");
 }
 
 std::vector<Registered> registerAll(std::string_view input, PortDict& dict) {
@@ -46,7 +45,7 @@ std::vector<Registered> registerAll(std::string_view input, PortDict& dict) {
     const std::optional<PortKeyText> fields = scanPortKey(line);
     fuzz::require(fields.has_value() == (idKey != "none"), "what scans is registered");
     if (fields) {
-      registered.push_back({canonical(*fields), idKey, fields->ch < 0 || fields->portId < 0});
+      registered.push_back({canonical(*fields), idKey, fields->ch < 0 || fields->port_id < 0});
     }
   }
   return registered;
@@ -54,9 +53,7 @@ std::vector<Registered> registerAll(std::string_view input, PortDict& dict) {
 
 /// Through its text and back.
 PortDict reloaded(const PortDict& dict) {
-  FormattedJson json;
-  dict.toJson(json);
-  const CJsonDocument document = parseCJson(json.take());
+  const CJsonDocument document = parseCJson(printed(buildCJson([&] { return dict.toJson(); })));
   fuzz::require(bool(document), "a written dictionary is JSON");
   PortDict loaded;
   fuzz::require(!loaded.fromJson(*document), "a written dictionary loads");

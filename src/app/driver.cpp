@@ -11,6 +11,7 @@
 #include "app/files.h"
 #include "app/stage_timer.h"
 #include "app/text.h"
+#include "logicalio/format.h"
 #include "logicalio/pack.h"
 #include "logicalio/unpack.h"
 #include "matrices/pack.h"
@@ -62,7 +63,7 @@ void unpackLogicalIO(const Options& options) {
     return;
   }
   const std::string outputPath = joinPath(options.outputDir, outputName);
-  const std::string hashPath = outputPath + ".hash";
+  const std::string hashPath = outputPath + kHashFile;
   writeFile(outputPath, legacyText);
   writeFile(hashPath, hashText);
   if (verbose) {

@@ -19,7 +19,9 @@ inline std::size_t hashOf(std::int32_t number) { return std::hash<std::int32_t>(
 /// function that gives an item's key, `hashOf` its hash. A short list is searched from its front;
 /// beside a longer one stands an index, so that finding and appending take constant time. The item
 /// found is the first with that key, provided that no two were appended with the same one. An
-/// item's key must not change as long as the list is searched.
+/// item's key must not change as long as the list is searched. The distribution's ordered hash map
+/// (libtsl-ordered-map-dev) was tried: equal for the port labels, 45 % dearer for the many tiny
+/// lists of the tree.
 template <typename Item, auto keyOf>
 class IndexedList {
  public:

@@ -56,31 +56,25 @@ ScannedInteger scanInteger(std::string_view text, int base) {
   return number;
 }
 
-/// Nearly every number is a few digits and nothing before them, which needs no further care.
-bool parsePlainDigits(std::string_view text, std::int32_t& out) {
-  constexpr std::size_t kSafe = 9;  // digits that cannot overflow
-  std::int32_t number = 0;
-  std::size_t length = 0;
-  while (length < text.size() && text[length] >= '0' && text[length] <= '9') {
-    if (length == kSafe) {
-      return false;
-    }
-    number = number * 10 + (text[length] - '0');
-    ++length;
-  }
-  out = number;
-  return length > 0;
-}
-
+/// Whether the number fits the type; the type's limit when it does not.
 bool storeUnsigned(const ScannedInteger& number, std::uint32_t& out) {
   constexpr std::uint32_t kMax = std::numeric_limits<std::uint32_t>::max();
-  if (number.overflow || number.magnitude > kMax) {
-    out = kMax;
+  const bool fits = !number.overflow && number.magnitude <= kMax;
+  const auto magnitude = static_cast<std::uint32_t>(number.magnitude);
+  out = fits ? (number.negative ? 0U - magnitude : magnitude) : kMax;
+  return fits;
+}
+
+bool storeSigned(const ScannedInteger& number, std::int32_t& out) {
+  using Limits = std::numeric_limits<std::int32_t>;
+  const std::uint64_t largest = number.negative ? std::uint64_t{1} << 31U : Limits::max();
+  if (number.overflow || number.magnitude > largest) {
+    out = number.negative ? Limits::min() : Limits::max();
     return false;
   }
-  const auto magnitude = static_cast<std::uint32_t>(number.magnitude);
-  out = number.negative ? 0U - magnitude : magnitude;
-  return number.length > 0;
+  const auto magnitude = static_cast<std::int64_t>(number.magnitude);
+  out = static_cast<std::int32_t>(number.negative ? -magnitude : magnitude);
+  return true;
 }
 
 }  // namespace
@@ -112,28 +106,30 @@ std::array<TokenRange, 5> split_itr(std::string_view text, char delimiter) {
 }
 
 bool parseUnsigned(std::string_view str, std::uint32_t& out, int base) {
-  return storeUnsigned(scanInteger(str, base), out);
+  const ScannedInteger number = scanInteger(str, base);
+  return storeUnsigned(number, out) && number.length > 0;
 }
 
 bool parseSigned(std::string_view str, std::int32_t& out, int base) {
-  if (base == 10 && parsePlainDigits(str, out)) {
-    return true;
-  }
-  using Limits = std::numeric_limits<std::int32_t>;
   const ScannedInteger number = scanInteger(str, base);
-  const std::uint64_t largest = number.negative ? std::uint64_t{1} << 31U : Limits::max();
-  if (number.overflow || number.magnitude > largest) {
-    out = number.negative ? Limits::min() : Limits::max();
-    return false;
-  }
-  const auto magnitude = static_cast<std::int64_t>(number.magnitude);
-  out = static_cast<std::int32_t>(number.negative ? -magnitude : magnitude);
-  return number.length > 0;
+  return storeSigned(number, out) && number.length > 0;
+}
+
+std::size_t scanUnsigned(std::string_view str, std::uint32_t& out, int base) {
+  const ScannedInteger number = scanInteger(str, base);
+  storeUnsigned(number, out);
+  return number.length;
+}
+
+std::size_t scanSigned(std::string_view str, std::int32_t& out, int base) {
+  const ScannedInteger number = scanInteger(str, base);
+  storeSigned(number, out);
+  return number.length;
 }
 
 bool parseWholeUnsigned(std::string_view str, std::uint32_t& out) {
   const ScannedInteger number = scanInteger(str, 10);
-  return storeUnsigned(number, out) && number.length == str.size();
+  return storeUnsigned(number, out) && number.length > 0 && number.length == str.size();
 }
 
 }  // namespace quenfold

@@ -20,7 +20,8 @@ struct TokenRange {
 };
 
 /// The same cuts as `split`, as positions and for at most five pieces; unused ranges are empty.
-/// Throws "split_itr - too many tokens." at the fifth delimiter.
+/// Throws "split_itr - too many tokens." at the fifth delimiter. Defined for other programs: no
+/// conversion calls it.
 std::array<TokenRange, 5> split_itr(  // NOLINT(readability-identifier-naming): a name of long use
     std::string_view text, char delimiter);
 
@@ -31,6 +32,11 @@ std::array<TokenRange, 5> split_itr(  // NOLINT(readability-identifier-naming): 
 /// the prefix. A negative text wraps when unsigned: "-1" is 4294967295.
 bool parseUnsigned(std::string_view str, std::uint32_t& out, int base);
 bool parseSigned(std::string_view str, std::int32_t& out, int base);
+
+/// The same numbers and the same `out` for who reads on behind them, as sscanf does: the characters
+/// that the number takes up, blanks, sign and digits beyond the limit included; 0 without digits.
+std::size_t scanUnsigned(std::string_view str, std::uint32_t& out, int base);
+std::size_t scanSigned(std::string_view str, std::int32_t& out, int base);
 
 /// `parseUnsigned` in base 10 of a text with nothing after the digits.
 bool parseWholeUnsigned(std::string_view str, std::uint32_t& out);

@@ -2,6 +2,8 @@
 
 #include <limits>
 
+#include "json/cjson_tree.h"
+
 namespace quenfold {
 namespace {
 
@@ -42,5 +44,13 @@ std::vector<std::int32_t> intValues(const cJSON* list) {
 std::uint32_t toUint32(double number) { return saturated<std::uint32_t>(number); }
 
 std::uint64_t toUint64(double number) { return saturated<std::uint64_t>(number); }
+
+cJSON* labelMapToJson(const std::map<std::string, std::uint32_t>& map) {
+  cJSON* const object = newObject();
+  for (const auto& [name, number] : map) {
+    addMember(object, name.c_str(), newNumber(number));
+  }
+  return object;
+}
 
 }  // namespace quenfold

@@ -3,6 +3,8 @@
 #include <cjson/cJSON.h>
 
 #include <cstdint>
+#include <map>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -29,5 +31,8 @@ std::vector<std::int32_t> intValues(const cJSON* list);
 /// gives 0.
 std::uint32_t toUint32(double number);
 std::uint64_t toUint64(double number);
+
+/// For `buildCJson`: an object with a member for each entry, in key order. Throws std::bad_alloc.
+cJSON* labelMapToJson(const std::map<std::string, std::uint32_t>& map);
 
 }  // namespace quenfold

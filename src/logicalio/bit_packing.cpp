@@ -30,7 +30,7 @@ bool isField(const BitPackToken& token) {
   return token.kind == BitPackKind::kReference || token.kind == BitPackKind::kNumber;
 }
 
-void placeFields(std::vector<BitPackToken>& tokens) {
+void setShifts(std::vector<BitPackToken>& tokens) {
   std::uint32_t position = 0;
   for (auto token = tokens.rbegin(); token != tokens.rend(); ++token) {
     if (isField(*token)) {
@@ -99,7 +99,7 @@ std::vector<BitPackToken> parseBitPacking(std::string_view text) {
     appendField(tokens, typeChar, text.substr(1, close - 1));
     text.remove_prefix(close + 1);
   }
-  placeFields(tokens);
+  setShifts(tokens);
   return tokens;
 }
 

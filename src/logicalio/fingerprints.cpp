@@ -1,6 +1,11 @@
 #include "logicalio/fingerprints.h"
 
-#include "logicalio/keys.h"
+#include "json/cjson_access.h"
+#include "json/cjson_tree.h"
+#include "logicalio/format.h"
+
+// Layout of a ".hash" file: {<top-level key>: {"hash": {<name>: <value>, ...}}}, the names
+// ascending.
 
 namespace quenfold {
 
@@ -53,6 +58,15 @@ FingerprintValues hashLogicalIO(const std::vector<LogicalIORecord>& records) {
           {kTallyKey, tally.value()},
           {kRedirectKey, redirect.value()},
           {kCategoryKey, category.value()}};
+}
+
+std::string hashText(const std::string& topLevelKey, const FingerprintValues& values) {
+  return printed(buildCJson([&] {
+    cJSON* const document = newObject();
+    cJSON* const table = addMember(document, topLevelKey.c_str(), newObject());
+    addMember(table, kHashKey, labelMapToJson(values));
+    return document;
+  }));
 }
 
 }  // namespace quenfold

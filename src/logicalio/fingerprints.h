@@ -33,4 +33,7 @@ void addCategories(VelDB::Hash& fingerprint, const std::vector<CatEntry>& catego
 /// records; empty descriptions and tallies are left out. A field without any value is 0.
 FingerprintValues hashLogicalIO(const std::vector<LogicalIORecord>& records);
 
+/// The ".hash" text of a document with that top-level key. Throws std::bad_alloc.
+std::string hashText(const std::string& topLevelKey, const FingerprintValues& values);
+
 }  // namespace quenfold

@@ -20,7 +20,8 @@ class Hash {
   bool begin(std::uint32_t value);
   bool begin(std::uint64_t value);
 
-  /// Goes on with more bytes.
+  /// Goes on with more bytes. Numbers are for other programs: no conversion calls these and `begin`
+  /// with numbers, which all hash by `hashAdd`.
   void update(std::string_view bytes);
   void update(std::uint32_t value);
   void update(std::uint64_t value);

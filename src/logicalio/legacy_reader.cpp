@@ -1,9 +1,9 @@
 #include "logicalio/legacy_reader.h"
 
-#include <array>
 #include <cstddef>
 #include <iostream>
 #include <string_view>
+#include <utility>
 
 #include "app/error.h"
 #include "json/cjson_access.h"
@@ -16,97 +16,52 @@ const char* nonEmptyText(const cJSON& item) {
   return text == nullptr || *text == '\0' ? nullptr : text;
 }
 
-/// The ports of a list and the gaps before them.
-std::size_t portCount(const cJSON& list) {
-  std::size_t items = 0;
-  std::size_t ports = 0;
-  for (const cJSON* item = list.child; item != nullptr; item = item->next) {
-    ++items;
-    ports = nonEmptyText(*item) == nullptr ? ports : items;
-  }
-  return ports;
-}
-
-/// The members that a record keeps besides its ports.
-enum Field : std::size_t { kName, kId, kTally, kRedirect, kDescription, kCategory, kFieldCount };
-
-/// By `Field`.
-constexpr std::array<std::string_view, kFieldCount> kFieldNames = {
-    kNameKey, kIdKey, kTallyKey, kRedirectKey, kDescriptionKey, kCategoryKey};
-
-/// `kFieldCount` for every other member.
-Field fieldOf(std::string_view name) {
-  std::size_t field = 0;
-  while (field < kFieldCount && name != kFieldNames[field]) {
-    ++field;
-  }
-  return static_cast<Field>(field);
-}
-
-/// The fingerprints of a table's members; those of fields are looked up once. Each is created when
-/// it is asked for the first time.
-class MemberFingerprints {
- public:
-  explicit MemberFingerprints(Fingerprints& fingerprints) : fingerprints_(fingerprints) {}
-
-  VelDB::Hash& of(Field field, std::string_view name) {
-    if (field == kFieldCount) {
-      return fingerprintOf(fingerprints_, name);
-    }
-    VelDB::Hash*& known = known_[field];
-    if (known == nullptr) {
-      known = &fingerprintOf(fingerprints_, name);
-    }
-    return *known;
-  }
-
- private:
-  Fingerprints& fingerprints_;
-  std::array<VelDB::Hash*, kFieldCount> known_{};
+/// An entry on its way to a record.
+struct Entry {
+  PackRecord record;
+  bool hasName = false;
+  bool hasId = false;
+  bool hasPorts = false;
 };
 
-/// Reads one entry of the table into a new record, member by member in document order.
-class EntryReader {
+/// Reads one entry of the table after the other, member by member in document order.
+class TableReader {
  public:
-  EntryReader(const TableKind& kind, const PortLabelMap& portKeys, MemberFingerprints& fingerprints,
-              PackedModel& model)
-      : kind_(kind), portKeys_(portKeys), fingerprints_(fingerprints), model_(model) {}
+  TableReader(const TableKind& kind, const PortLabelMap& portKeys, PackedModel& model)
+      : kind_(kind), portKeys_(portKeys), model_(model) {}
 
-  void read(const cJSON& entry) && {
-    for (const cJSON* member = entry.child; member != nullptr; member = member->next) {
-      readMember(*member, memberName(*member));
+  PackRecord read(const cJSON& object) {
+    Entry entry;
+    for (const cJSON* member = object.child; member != nullptr; member = member->next) {
+      readMember(*member, memberName(*member), entry);
     }
-    requireMembers();
+    requireMembers(entry);
+    return std::move(entry.record);
   }
 
  private:
-  void readMember(const cJSON& member, std::string_view name) {
-    const Field field = fieldOf(name);
-    if (field == kCategory) {
-      readCategories(member);
-    } else if (field == kFieldCount && name == kind_.portsKey) {
-      readPorts(member);
+  void readMember(const cJSON& member, std::string_view name, Entry& entry) {
+    if (name == kCategoryKey) {
+      readCategories(member, entry.record.fields);
+    } else if (name == kind_.portsKey) {
+      readPorts(member, entry.record.ports);
+      entry.hasPorts = true;
     } else {
-      const char* const text = stringValue(&member);
-      readField(member, field, text);
-      addFingerprint(member, text, field, name);
+      readField(member, name, entry);
+      addFingerprint(member, name);
     }
   }
 
-  void readCategories(const cJSON& list) {
-    record_.categories = parseCategoryList(list);
-    if (!record_.categories.empty()) {
-      addCategories(fingerprints_.of(kCategory, kCategoryKey), record_.categories);
+  void readCategories(const cJSON& list, LogicalIORecord& record) {
+    record.categories = parseCategoryList(list);
+    if (!record.categories.empty()) {
+      addCategories(fingerprintOf(model_.fingerprints, kCategoryKey), record.categories);
     }
   }
 
-  /// Gaps before and between ports become empty ports. Kept on purpose: gaps after the last port
-  /// are dropped, as unpacking pads the list again.
-  void readPorts(const cJSON& list) {
-    hasPorts_ = true;
-    if (ports_.empty()) {  // else a repeated member grows the list
-      ports_.reserve(portCount(list));
-    }
+  /// Gaps before and between ports become empty ports, and so does what is no port key. Kept on
+  /// purpose: gaps after the last port are dropped, as unpacking pads the list again.
+  void readPorts(const cJSON& list, std::vector<std::optional<PortKeyIds>>& ports) {
     std::size_t gaps = 0;
     for (const cJSON* item = list.child; item != nullptr; item = item->next) {
       const char* const text = nonEmptyText(*item);
@@ -114,8 +69,8 @@ class EntryReader {
         ++gaps;
         continue;
       }
-      ports_.resize(ports_.size() + gaps);
-      ports_.push_back(model_.portDict.registerPort(portKeyOf(text)));
+      ports.resize(ports.size() + gaps);
+      ports.push_back(model_.portDict.registerPort(portKeyOf(text)));
       gaps = 0;
     }
   }
@@ -125,61 +80,51 @@ class EntryReader {
     return labelled == nullptr ? text : *labelled;
   }
 
-  void readField(const cJSON& member, Field field, const char* text) {
-    if (field == kName) {
-      readName(text);
-    } else if (field == kId) {
-      record_.id = member.valueint;
-      hasId_ = true;
-    } else if (field == kRedirect) {
-      record_.redirect = member.valueint;
-    } else if (field == kTally && text != nullptr) {
-      record_.tally = text;
-    } else if (field == kDescription && text != nullptr) {
-      record_.description = text;
+  static void readField(const cJSON& member, std::string_view name, Entry& entry) {
+    LogicalIORecord& record = entry.record.fields;
+    const char* const text = stringValue(&member);
+    if (name == kNameKey) {
+      if (text == nullptr) {
+        throw runtimeError("name is not a string");
+      }
+      record.name = text;
+      entry.hasName = true;
+    } else if (name == kIdKey) {
+      record.id = member.valueint;
+      entry.hasId = true;
+    } else if (name == kRedirectKey) {
+      record.redirect = member.valueint;
+    } else if (name == kTallyKey && text != nullptr) {
+      record.tally = text;
+    } else if (name == kDescriptionKey && text != nullptr) {
+      record.description = text;
     }
-  }
-
-  void readName(const char* text) {
-    if (text == nullptr) {
-      throw runtimeError("name is not a string");
-    }
-    record_.name = text;
-    hasName_ = true;
   }
 
   /// Of any member, known or not.
-  void addFingerprint(const cJSON& member, const char* text, Field field, std::string_view name) {
-    if (text != nullptr) {
-      if (*text != '\0') {
-        fingerprints_.of(field, name).hashAdd(std::string_view(text));
-      }
+  void addFingerprint(const cJSON& member, std::string_view name) {
+    if (const char* const text = nonEmptyText(member)) {
+      fingerprintOf(model_.fingerprints, name).hashAdd(std::string_view(text));
     } else if (cJSON_IsNumber(&member) != 0 || cJSON_IsBool(&member) != 0) {
-      fingerprints_.of(field, name).hashAdd(static_cast<std::uint32_t>(member.valueint));
+      fingerprintOf(model_.fingerprints, name).hashAdd(static_cast<std::uint32_t>(member.valueint));
     }
   }
 
-  void requireMembers() const {
-    if (!hasName_) {
+  void requireMembers(const Entry& entry) const {
+    if (!entry.hasName) {
       throw runtimeError("name not found");
     }
-    if (!hasId_) {
+    if (!entry.hasId) {
       throw runtimeError("id not found");
     }
-    if (!hasPorts_) {
+    if (!entry.hasPorts) {
       throw runtimeError("ports entry not found: {}", kind_.portsKey);
     }
   }
 
   const TableKind& kind_;
   const PortLabelMap& portKeys_;
-  MemberFingerprints& fingerprints_;
   PackedModel& model_;
-  LogicalIORecord& record_ = model_.records.emplace_back();
-  NumberedPorts& ports_ = model_.ports.emplace_back();
-  bool hasName_ = false;
-  bool hasId_ = false;
-  bool hasPorts_ = false;
 };
 
 }  // namespace
@@ -200,12 +145,10 @@ void parseLegacyTable(const cJSON& table, const TableKind& kind, const PortLabel
   if (entries == nullptr) {
     std::cerr << "createLogicalDestsDict: logical IO table not found. Creating empty I/O rows\n";
   }
-  const auto count = static_cast<std::size_t>(cJSON_GetArraySize(entries));
-  model.records.reserve(count);
-  model.ports.reserve(count);
-  MemberFingerprints fingerprints(model.fingerprints);
+  model.records.reserve(static_cast<std::size_t>(cJSON_GetArraySize(entries)));
+  TableReader reader(kind, portKeys, model);
   for (const cJSON* entry = firstChild(entries); entry != nullptr; entry = entry->next) {
-    EntryReader(kind, portKeys, fingerprints, model).read(*entry);
+    model.records.push_back(reader.read(*entry));
   }
   model.portDict.computeWidths();
 }

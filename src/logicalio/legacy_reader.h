@@ -2,11 +2,36 @@
 
 #include <cjson/cJSON.h>
 
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
 #include "json/label_files.h"
-#include "logicalio/keys.h"
-#include "logicalio/packed_model.h"
+#include "logicalio/fingerprints.h"
+#include "logicalio/format.h"
+#include "logicalio/port_dict.h"
+#include "logicalio/record.h"
 
 namespace quenfold {
+
+/// A record with its ports as the dictionary numbers them, nothing for an empty port: the texts of
+/// ID keys would cost packing another 70 % of its instructions.
+struct PackRecord {
+  LogicalIORecord fields;  // without ports
+  std::vector<std::optional<PortKeyIds>> ports;
+};
+
+/// What packing collects from a legacy document and writes to the packed files. The keys are empty
+/// when the document gives none.
+struct PackedModel {
+  std::string topLevelKey;
+  std::string outputKey;
+  std::vector<std::int32_t> levelKeys;
+  std::vector<PackRecord> records;
+  PortDict portDict;
+  Fingerprints fingerprints;
+};
 
 /// The kind of a legacy document, whatever the letter case of its top-level key. Throws
 /// "Unknown logical IO Type: " with the text of the document's first member, when it has one.

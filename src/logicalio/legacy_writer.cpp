@@ -3,53 +3,48 @@
 #include <algorithm>
 
 #include "app/limits.h"
-#include "json/formatted_json.h"
+#include "json/cjson_tree.h"
+
+// Layout, in this order of members:
+//   {<top-level key>: {"version": 10, <entries key>: [
+//     {"name": <text>, "id": <number>, "key": 0, <ports key>: [<port>, ...], "description": <text>,
+//      "category": [<six texts>], "tally": <text>, "redirect": <number>}, ...]}}
 
 namespace quenfold {
 namespace {
 
-constexpr const char* kKeyKey = "key";  // always 0
-constexpr std::size_t kLegacyCategoryCount = 6;
-
-void writePorts(FormattedJson& json, const LogicalIORecord& record, std::size_t levelCount) {
-  json.beginArray();
+/// The texts stay in the records: a document refers to them.
+cJSON* portsToJson(const LogicalIORecord& record, std::size_t levelCount) {
+  cJSON* const array = newArray();
   for (const std::string& port : record.ports) {
-    json.string(port);
+    addElement(array, newStringReference(port));
   }
   for (std::size_t i = record.ports.size(); i < levelCount; ++i) {
-    json.string("");
+    addElement(array, newString(""));
   }
-  json.endArray();
+  return array;
 }
 
-void writeCategories(FormattedJson& json, const LogicalIORecord& record) {
-  json.beginArray();
+cJSON* categoriesToJson(const LogicalIORecord& record) {
+  cJSON* const array = newArray();
   for (std::size_t i = 0; i < kLegacyCategoryCount; ++i) {
-    json.string(i < record.categories.size() ? catEntryText(record.categories[i]) : "");
+    const bool given = i < record.categories.size();
+    addElement(array, newString(given ? catEntryText(record.categories[i]).c_str() : ""));
   }
-  json.endArray();
+  return array;
 }
 
-void writeEntry(FormattedJson& json, const LogicalIORecord& record, const TableKind& kind,
-                std::size_t levelCount) {
-  json.beginObject();
-  json.key(kNameKey);
-  json.string(record.name);
-  json.key(kIdKey);
-  json.number(record.id);
-  json.key(kKeyKey);
-  json.number(0);
-  json.key(kind.portsKey);
-  writePorts(json, record, levelCount);
-  json.key(kDescriptionKey);
-  json.string(record.description);
-  json.key(kCategoryKey);
-  writeCategories(json, record);
-  json.key(kTallyKey);
-  json.string(record.tally);
-  json.key(kRedirectKey);
-  json.number(record.redirect);
-  json.endObject();
+cJSON* entryToJson(const LogicalIORecord& record, const TableKind& kind, std::size_t levelCount) {
+  cJSON* const entry = newObject();
+  addMember(entry, kNameKey, newStringReference(record.name));
+  addMember(entry, kIdKey, newNumberText(record.id));
+  addMember(entry, kKeyKey, newNumberText(0));
+  addMember(entry, kind.portsKey, portsToJson(record, levelCount));
+  addMember(entry, kDescriptionKey, newStringReference(record.description));
+  addMember(entry, kCategoryKey, categoriesToJson(record));
+  addMember(entry, kTallyKey, newStringReference(record.tally));
+  addMember(entry, kRedirectKey, newNumberText(record.redirect));
+  return entry;
 }
 
 /// Every level key of a file stands for one port of every record.
@@ -62,24 +57,22 @@ void requirePortCount(const std::vector<LogicalIORecord>& records, std::size_t l
 
 }  // namespace
 
-std::string legacyText(const std::vector<LogicalIORecord>& records, const TableKind& kind,
-                       std::size_t levelCount) {
+cJSON* legacyEntries(const std::vector<LogicalIORecord>& records, const TableKind& kind,
+                     std::size_t levelCount) {
   requirePortCount(records, levelCount);
-  FormattedJson json;
-  json.beginObject();
-  json.key(kind.topLevelKey);
-  json.beginObject();
-  json.key(kVersionKey);
-  json.number(kTableVersion);
-  json.key(kind.entriesKey);
-  json.beginArray();
+  cJSON* const entries = newArray();
   for (const LogicalIORecord& record : records) {
-    writeEntry(json, record, kind, levelCount);
+    addElement(entries, entryToJson(record, kind, levelCount));
   }
-  json.endArray();
-  json.endObject();
-  json.endObject();
-  return json.take();
+  return entries;
+}
+
+cJSON* legacyDocument(const TableKind& kind, cJSON* entries) {
+  cJSON* const document = newObject();
+  cJSON* const table = addMember(document, kind.topLevelKey, newObject());
+  addMember(table, kVersionKey, newNumber(kTableVersion));
+  addMember(table, kind.entriesKey, entries);
+  return document;
 }
 
 }  // namespace quenfold

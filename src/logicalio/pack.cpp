@@ -7,20 +7,17 @@
 #include "app/files.h"
 #include "app/stage_timer.h"
 #include "json/cjson_access.h"
-#include "json/cjson_handle.h"
+#include "json/cjson_tree.h"
 #include "json/format.h"
 #include "json/label_files.h"
-#include "logicalio/device_names.h"
-#include "logicalio/keys.h"
+#include "logicalio/fingerprints.h"
+#include "logicalio/format.h"
 #include "logicalio/legacy_reader.h"
-#include "logicalio/packed_model.h"
 #include "logicalio/packed_writer.h"
+#include "logicalio/side_files.h"
 
 namespace quenfold {
 namespace {
-
-constexpr std::string_view kSourcesInput = "sources.json";
-constexpr std::string_view kDestinationsInput = "destinations.json";
 
 struct PackedTexts {
   std::string ports;
@@ -41,15 +38,15 @@ PackedPaths pathsOf(const std::string& outputKey, const std::string& inputName,
                     const std::string& outputDir) {
   return {joinPath(outputDir, outputKey + kPortsFile), joinPath(outputDir, outputKey + kLabelsFile),
           joinPath(outputDir, outputKey + kLegacyCategoriesFile),
-          inputName.empty() ? std::string() : inputName + ".hash"};
+          inputName.empty() ? std::string() : inputName + kHashFile};
 }
 
 /// For a text that tells nothing itself.
 std::string outputKeyFromName(std::string_view inputName) {
-  if (inputName.find(kSourcesInput) != std::string_view::npos) {
+  if (inputName.find(kSourcesFile) != std::string_view::npos) {
     return kSourcesOutput;
   }
-  return inputName.find(kDestinationsInput) != std::string_view::npos ? kDestinationsOutput : "";
+  return inputName.find(kDestinationsFile) != std::string_view::npos ? kDestinationsOutput : "";
 }
 
 PackedModel readLegacyDocument(const CJsonDocument& document, const std::string& sourceDir,
@@ -88,15 +85,18 @@ PackedModel readLegacyText(const std::string& sourceDir, const std::string& inpu
 
 PackedTexts printPacked(PackedModel& model) {
   TimePoint stageStart = now();
-  const std::vector<std::uint32_t> packedPorts = packPorts(model);
-  logElapsed(stageStart, "Bit Packing");
-  PackedTexts texts;
-  texts.ports = portsText(model, packedPorts);
+  CJsonDocument ports = buildCJson([&] {
+    cJSON* const records = packRecords(model);
+    logElapsed(stageStart, "Bit Packing");
+    return portsDocument(model, records);
+  });
   logElapsed(stageStart, "Added Container Details");
+  PackedTexts texts;
+  texts.ports = printed(std::move(ports));
+  logElapsed(stageStart, "Serialized JSON");
   texts.labels = labelsText(model);
   texts.categories = categoriesText(model);
   texts.hash = hashText(model.topLevelKey, valuesOf(model.fingerprints));
-  logElapsed(stageStart, "Serialized JSON");
   return texts;
 }
 

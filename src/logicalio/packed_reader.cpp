@@ -11,7 +11,6 @@
 #include "app/limits.h"
 #include "json/cjson_access.h"
 #include "logicalio/hash.h"
-#include "logicalio/port_key_printer.h"
 
 namespace quenfold {
 namespace {
@@ -37,7 +36,7 @@ std::int32_t requireId(const cJSON& entry) {
 
 std::string defaultName(std::int32_t id) {
   std::cerr << fmt::format("Error loading label for id:{}. Using default.\n", id);
-  return fmt::format("lbl_{}", id);
+  return fmt::format("{}{}", kDefaultName, id);
 }
 
 std::string nameOf(const cJSON& entry, const LogicalIORecord& record, const LabelMap& names) {
@@ -68,8 +67,7 @@ std::vector<CatEntry> categoriesOf(const cJSON& entry, const LogicalIORecord& re
 /// into every record that refers to them, so a few long ones could fill any memory.
 class RecordReader {
  public:
-  explicit RecordReader(const PackedContext& context)
-      : context_(context), keys_(context.portDict) {}
+  explicit RecordReader(const PackedContext& context) : context_(context) {}
 
   LogicalIORecord read(const cJSON& entry) {
     LogicalIORecord record;
@@ -104,23 +102,22 @@ class RecordReader {
       const std::uint64_t packed = toUint64(item->valuedouble);
       fingerprint_.hashAdd(packed);
       ports.resize(ports.size() + gaps);
-      ports.emplace_back(portText(packed));
+      ports.push_back(portText(packed));
       bytes_.take(ports.back().size());
       gaps = 0;
     }
     return ports;
   }
 
-  std::string_view portText(std::uint64_t packed) {
-    const std::string_view key = keys_.print(packed);
-    const std::string_view* const labelled = context_.portLabels.find(key);
-    return labelled == nullptr ? key : *labelled;
+  [[nodiscard]] std::string portText(std::uint64_t packed) const {
+    std::string key = context_.portDict.unpackToPortKey(packed);
+    const std::string_view* const labelled = context_.portLabels.find(std::string_view(key));
+    return labelled == nullptr ? std::move(key) : std::string(*labelled);
   }
 
   static constexpr std::uint64_t kCategoryBytes = 64;  // of an entry beside its text
 
   const PackedContext& context_;
-  PortKeyPrinter keys_;
   VelDB::Hash fingerprint_;
   Budget bytes_{"too many bytes of records", kMaxRecordBytes};
 };

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "json/label_files.h"
-#include "logicalio/keys.h"
+#include "logicalio/format.h"
 #include "logicalio/port_dict.h"
 #include "logicalio/record.h"
 #include "logicalio/side_files.h"

@@ -1,7 +1,8 @@
 #include "logicalio/packed_writer.h"
 
-#include "json/formatted_json.h"
-#include "logicalio/keys.h"
+#include "json/cjson_access.h"
+#include "json/cjson_tree.h"
+#include "logicalio/format.h"
 
 // Layout, in this order of members:
 //   <output key>Ports.json              {<output key>: {"version": 10, "portDict": {...},
@@ -13,182 +14,136 @@
 //   <output key>LegacyCategories.json   {<output key>LegacyCategories: {"version": 10,
 //                                         "hash": <value>,
 //                                         "legacyCategories": [[<id>, [<entry>, ...]], ...]}}
-//   <input name>.hash                   {<top-level key>: {"hash": {<name>: <value>, ...}}}
 
 namespace quenfold {
 namespace {
 
-/// The two levels that every document has: the table's key, then the table's members.
-FormattedJson beginDocument(std::string_view tableKey) {
-  FormattedJson json;
-  json.beginObject();
-  json.key(tableKey);
-  json.beginObject();
-  return json;
+/// The document of one table.
+cJSON* documentOf(const std::string& key, cJSON* table) {
+  cJSON* const document = newObject();
+  addMember(document, key.c_str(), table);
+  return document;
 }
 
-std::string endDocument(FormattedJson& json) {
-  json.endObject();
-  json.endObject();
-  return json.take();
+/// A table with the version that every one has.
+cJSON* newTable() {
+  cJSON* const table = newObject();
+  addMember(table, kVersionKey, newNumber(kTableVersion));
+  return table;
 }
 
-void writeVersion(FormattedJson& json) {
-  json.key(kVersionKey);
-  json.number(kTableVersion);
-}
-
-void writeLevelKeys(FormattedJson& json, const std::vector<std::int32_t>& levelKeys) {
-  json.key(kLevelKeysKey);
-  json.beginArray();
+cJSON* levelKeysToJson(const std::vector<std::int32_t>& levelKeys) {
+  cJSON* const array = newArray();
   for (const std::int32_t levelKey : levelKeys) {
-    json.number(levelKey);
+    addElement(array, newNumber(levelKey));
   }
-  json.endArray();
+  return array;
 }
 
-void writeFingerprints(FormattedJson& json, const FingerprintValues& values) {
-  json.key(kHashKey);
-  json.beginObject();
-  for (const auto& [name, value] : values) {
-    json.key(name);
-    json.number(value);
+/// The number of a port, or an empty text where there is none.
+cJSON* portToJson(const PortDict& dict, const std::optional<PortKeyIds>& port,
+                  VelDB::Hash& fingerprint) {
+  if (!port) {
+    fingerprint.hashAdd(std::uint32_t{0});
+    return newString("");
   }
-  json.endObject();
+  const std::uint64_t packed = dict.packIds(*port);
+  fingerprint.hashAdd(packed);
+  return newNumberText(static_cast<std::uint32_t>(packed));
 }
 
-using PackedPort = std::vector<std::uint32_t>::const_iterator;
-
-/// `next` is the record's first packed number, and then the one after its last.
-void writePorts(FormattedJson& json, const NumberedPorts& ports, PackedPort& next) {
-  json.key(kPortKey);
-  json.beginArray();
-  for (const std::optional<PortKeyIds>& port : ports) {
-    if (port) {
-      json.number(*next++);
-    } else {
-      json.string("");
+/// A table without any port has no fingerprint of ports.
+cJSON* portsToJson(PackedModel& model, const PackRecord& record) {
+  cJSON* const array = newArray();
+  if (!record.ports.empty()) {
+    VelDB::Hash& fingerprint = fingerprintOf(model.fingerprints, kPortKey);
+    for (const std::optional<PortKeyIds>& port : record.ports) {
+      addElement(array, portToJson(model.portDict, port, fingerprint));
     }
   }
-  json.endArray();
+  return array;
 }
 
 /// Everything of a record but its name, its categories and its ports.
-void writeFields(FormattedJson& json, const LogicalIORecord& record) {
-  json.key(kIdKey);
-  json.number(record.id);
+cJSON* fieldsToJson(const LogicalIORecord& record) {
+  cJSON* const object = newObject();
+  addMember(object, kIdKey, newNumberText(record.id));
   if (!record.tally.empty()) {
-    json.key(kTallyKey);
-    json.string(record.tally);
+    addMember(object, kTallyKey, newStringReference(record.tally));
   }
   if (record.redirect != kNoRedirect) {
-    json.key(kRedirectKey);
-    json.number(record.redirect);
+    addMember(object, kRedirectKey, newNumberText(record.redirect));
   }
   if (!record.description.empty()) {
-    json.key(kDescriptionKey);
-    json.string(record.description);
+    addMember(object, kDescriptionKey, newStringReference(record.description));
   }
+  return object;
 }
 
-void writeCategories(FormattedJson& json, const std::vector<CatEntry>& categories) {
-  json.beginArray();
+cJSON* categoriesToJson(const std::vector<CatEntry>& categories) {
+  cJSON* const array = newArray();
   for (const CatEntry& entry : categories) {
-    if (entry.isText) {
-      json.string(entry.text);
-    } else {
-      json.number(entry.number);
-    }
+    addElement(array, entry.isText ? newStringReference(entry.text) : newNumberText(entry.number));
   }
-  json.endArray();
+  return array;
 }
 
-/// The head that both side files share: version and one fingerprint.
-void writeSideHead(FormattedJson& json, const PackedModel& model, const char* fingerprint) {
-  writeVersion(json);
-  json.key(kHashKey);
-  json.number(fingerprintValue(model.fingerprints, fingerprint));
+/// [id, value]
+void addPair(cJSON* array, std::int32_t id, cJSON* value) {
+  cJSON* const pair = addElement(array, newArray());
+  addElement(pair, newNumberText(id));
+  addElement(pair, value);
+}
+
+/// The table of a side file, with one fingerprint.
+cJSON* newSideTable(const PackedModel& model, const char* fingerprint) {
+  cJSON* const table = newTable();
+  addMember(table, kHashKey, newNumber(fingerprintValue(model.fingerprints, fingerprint)));
+  return table;
 }
 
 }  // namespace
 
-std::vector<std::uint32_t> packPorts(PackedModel& model) {
-  std::vector<std::uint32_t> packed;
-  for (const NumberedPorts& ports : model.ports) {
-    if (ports.empty()) {
-      continue;
-    }
-    VelDB::Hash& fingerprint = fingerprintOf(model.fingerprints, kPortKey);
-    for (const std::optional<PortKeyIds>& port : ports) {
-      if (port) {
-        const std::uint64_t number = model.portDict.packIds(*port);
-        fingerprint.hashAdd(number);
-        packed.push_back(static_cast<std::uint32_t>(number));
-      } else {
-        fingerprint.hashAdd(std::uint32_t{0});
-      }
-    }
+cJSON* packRecords(PackedModel& model) {
+  cJSON* const array = newArray();
+  for (const PackRecord& record : model.records) {
+    cJSON* const object = addElement(array, fieldsToJson(record.fields));
+    addMember(object, kPortKey, portsToJson(model, record));
   }
-  return packed;
+  return array;
 }
 
-std::string portsText(const PackedModel& model, const std::vector<std::uint32_t>& packedPorts) {
-  FormattedJson json = beginDocument(model.outputKey);
-  writeVersion(json);
-  json.key(kPortDictKey);
-  model.portDict.toJson(json);
-  writeLevelKeys(json, model.levelKeys);
-  writeFingerprints(json, valuesOf(model.fingerprints));
-  json.key(kLogicalIOKey);
-  json.beginArray();
-  auto next = packedPorts.begin();
-  auto ports = model.ports.begin();
-  for (const LogicalIORecord& record : model.records) {
-    json.beginObject();
-    writeFields(json, record);
-    writePorts(json, *ports++, next);
-    json.endObject();
-  }
-  json.endArray();
-  return endDocument(json);
+cJSON* portsDocument(const PackedModel& model, cJSON* records) {
+  cJSON* const table = newTable();
+  addMember(table, kPortDictKey, model.portDict.toJson());
+  addMember(table, kLevelKeysKey, levelKeysToJson(model.levelKeys));
+  addMember(table, kHashKey, labelMapToJson(valuesOf(model.fingerprints)));
+  addMember(table, kLogicalIOKey, records);
+  return documentOf(model.outputKey, table);
 }
 
 std::string labelsText(const PackedModel& model) {
-  FormattedJson json = beginDocument(model.outputKey + kLabelsTable);
-  writeSideHead(json, model, kNameKey);
-  json.key(kLabelsKey);
-  json.beginArray();
-  for (const LogicalIORecord& record : model.records) {
-    json.beginArray();
-    json.number(record.id);
-    json.string(record.name);
-    json.endArray();
-  }
-  json.endArray();
-  return endDocument(json);
+  return printed(buildCJson([&] {
+    cJSON* const table = newSideTable(model, kNameKey);
+    cJSON* const labels = addMember(table, kLabelsKey, newArray());
+    for (const PackRecord& record : model.records) {
+      addPair(labels, record.fields.id, newStringReference(record.fields.name));
+    }
+    return documentOf(model.outputKey + kLabelsTable, table);
+  }));
 }
 
 std::string categoriesText(const PackedModel& model) {
-  FormattedJson json = beginDocument(model.outputKey + kLegacyCategoriesTable);
-  writeSideHead(json, model, kCategoryKey);
-  json.key(kLegacyCategoriesKey);
-  json.beginArray();
-  for (const LogicalIORecord& record : model.records) {
-    if (!record.categories.empty()) {
-      json.beginArray();
-      json.number(record.id);
-      writeCategories(json, record.categories);
-      json.endArray();
+  return printed(buildCJson([&] {
+    cJSON* const table = newSideTable(model, kCategoryKey);
+    cJSON* const list = addMember(table, kLegacyCategoriesKey, newArray());
+    for (const PackRecord& record : model.records) {
+      if (!record.fields.categories.empty()) {
+        addPair(list, record.fields.id, categoriesToJson(record.fields.categories));
+      }
     }
-  }
-  json.endArray();
-  return endDocument(json);
-}
-
-std::string hashText(const std::string& topLevelKey, const FingerprintValues& values) {
-  FormattedJson json = beginDocument(topLevelKey);
-  writeFingerprints(json, values);
-  return endDocument(json);
+    return documentOf(model.outputKey + kLegacyCategoriesTable, table);
+  }));
 }
 
 }  // namespace quenfold

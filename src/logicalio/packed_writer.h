@@ -1,23 +1,23 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
-#include <vector>
+#include <cjson/cJSON.h>
 
-#include "logicalio/packed_model.h"
+#include <string>
+
+#include "logicalio/legacy_reader.h"
 
 namespace quenfold {
 
-/// The packed numbers of all ports but the empty ones, record after record. Adds every port to the
-/// fingerprint "port". Throws std::bad_alloc, as all of these do.
-std::vector<std::uint32_t> packPorts(PackedModel& model);
+/// For `buildCJson`: the "logicalIO" array. Adds every port to the fingerprint "port". Like the
+/// document of it, it refers to the texts of the model, which must outlive the document and stay as
+/// it is. Throws std::bad_alloc, as all of these do.
+cJSON* packRecords(PackedModel& model);
 
-/// The "...Ports.json" text of the records with those numbers.
-std::string portsText(const PackedModel& model, const std::vector<std::uint32_t>& packedPorts);
+/// For `buildCJson`: the "...Ports.json" document with those records.
+cJSON* portsDocument(const PackedModel& model, cJSON* records);
 
-/// The "...Labels.json", "...LegacyCategories.json" and ".hash" texts.
+/// The "...Labels.json" and "...LegacyCategories.json" texts.
 std::string labelsText(const PackedModel& model);
 std::string categoriesText(const PackedModel& model);
-std::string hashText(const std::string& topLevelKey, const FingerprintValues& values);
 
 }  // namespace quenfold

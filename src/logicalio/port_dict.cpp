@@ -4,18 +4,15 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <vector>
 
 #include "json/cjson_access.h"
+#include "json/cjson_tree.h"
 #include "logicalio/bit_packing.h"
-#include "logicalio/keys.h"
-#include "logicalio/port_key_printer.h"
+#include "logicalio/format.h"
 
 namespace quenfold {
 namespace {
-
-constexpr int kPortDictVersion = 2;
-constexpr const char* kRefMapsKey = "refMaps";
-constexpr const char* kBitPackingKey = "bitPacking";
 
 /// Slots named at once when a file lists none; those beyond are named when they are met.
 constexpr std::uint64_t kMostListedSlots = 65536;
@@ -37,9 +34,8 @@ std::uint32_t shiftedLeft(std::uint32_t value, std::uint32_t by) {
   return by < 32 ? value << by : 0;
 }
 
-void writeRefMap(FormattedJson& json, PortField field, const VelDB::RefMap& map) {
-  json.key(kPortFieldNames.at(field));
-  map.toJson(json);
+void addRefMap(cJSON* refMaps, PortField field, const VelDB::RefMap& map) {
+  addMember(refMaps, kPortFieldNames.at(field), map.toJson());
 }
 
 void loadRefMap(const cJSON& refMaps, PortField field, VelDB::RefMap& map) {
@@ -49,6 +45,9 @@ void loadRefMap(const cJSON& refMaps, PortField field, VelDB::RefMap& map) {
   }
 }
 
+/// The name of that slot in a file that lists none.
+std::string impliedSlotName(std::uint64_t id) { return fmt::format("{}{}", kDefaultSlot, id); }
+
 void nameImpliedSlots(PortDict& dict) {
   const auto width = static_cast<std::uint32_t>(dict.bits[kSlot]);
   dict.impliedSlots = std::uint64_t{lowMask(width)} + 1;
@@ -57,25 +56,72 @@ void nameImpliedSlots(PortDict& dict) {
   }
 }
 
+std::string_view nameOrEmpty(const VelDB::RefMap& map, std::uint32_t id) {
+  const std::string* const name = map.nameOf(id);
+  return name == nullptr ? std::string_view() : *name;
+}
+
+/// One part of the bit-packing string: a literal (type 0) or a field.
+struct BitPackPart {
+  char type;
+  const char* literal;
+  PortField field;
+};
+
+constexpr std::array<BitPackPart, 12> kBitPackParts = {{{'$', nullptr, kDevice},
+                                                        {0, ".", {}},
+                                                        {'$', nullptr, kSlot},
+                                                        {0, ".", {}},
+                                                        {'$', nullptr, kPortPrefix},
+                                                        {0, "[", {}},
+                                                        {'#', nullptr, kPortId},
+                                                        {0, "]", {}},
+                                                        {0, ".", {}},
+                                                        {'$', nullptr, kType},
+                                                        {0, ".ch", {}},
+                                                        {'#', nullptr, kCh}}};
+
 }  // namespace
 
-std::string impliedSlotName(std::uint64_t id) { return fmt::format("slot{}", id); }
+std::string writeWidths(const FieldWidths& widths) {
+  std::vector<BitPackToken> tokens;
+  tokens.reserve(kBitPackParts.size());
+  for (const BitPackPart& part : kBitPackParts) {
+    tokens.push_back(part.type == 0
+                         ? makeLiteralToken(part.literal)
+                         : makeFieldToken(part.type, kPortFieldNames.at(part.field),
+                                          static_cast<std::uint32_t>(widths.at(part.field))));
+  }
+  return writeBitPacking(tokens);
+}
+
+bool parseWidths(std::string_view bitPacking, FieldWidths& widths) {
+  const std::vector<BitPackToken> tokens = parseBitPacking(bitPacking);
+  for (const BitPackToken& token : tokens) {
+    const auto* const name = std::find(kPortFieldNames.begin(), kPortFieldNames.end(), token.text);
+    if (token.kind != BitPackKind::kLiteral && name != kPortFieldNames.end()) {
+      widths.at(static_cast<std::size_t>(name - kPortFieldNames.begin())) =
+          static_cast<std::int32_t>(token.bits);
+    }
+  }
+  return !tokens.empty();
+}
 
 std::optional<PortKeyIds> PortDict::registerPort(std::string_view portKey) {
   const std::optional<PortKeyText> key = scanPortKey(portKey);
   if (!key) {
     return std::nullopt;
   }
+  PortKeyIds ids;
+  ids.device = device.add(key->device);
+  ids.port_prefix = port_prefix.add(key->port_prefix);
+  ids.type = type.add(key->type);
+  ids.slot = slot.add(key->slot);
   // A negative number counts as a very large one.
-  PortKeyIds ids{};
-  ids[kCh] = static_cast<std::uint32_t>(key->ch);
-  ids[kPortId] = static_cast<std::uint32_t>(key->portId);
-  ids[kDevice] = device.add(key->device);
-  ids[kPortPrefix] = portPrefix.add(key->portPrefix);
-  ids[kType] = type.add(key->type);
-  ids[kSlot] = slot.add(key->slot);
-  maxCh = std::max(maxCh, ids[kCh]);
-  maxPortId = std::max(maxPortId, ids[kPortId]);
+  ids.ch = static_cast<std::uint32_t>(key->ch);
+  ids.port_id = static_cast<std::uint32_t>(key->port_id);
+  maxCh = std::max(maxCh, ids.ch);
+  maxPortId = std::max(maxPortId, ids.port_id);
   return ids;
 }
 
@@ -89,7 +135,7 @@ std::uint32_t PortDict::computeWidths() {
   bits[kCh] = bitsFor(maxCh + 1);
   bits[kType] = bitsFor(type);
   bits[kPortId] = bitsFor(maxPortId + 1);
-  bits[kPortPrefix] = bitsFor(portPrefix);
+  bits[kPortPrefix] = bitsFor(port_prefix);
   bits[kSlot] = bitsFor(slot);
   bits[kDevice] = bitsFor(device);
   return computeShifts();
@@ -111,7 +157,7 @@ std::uint64_t PortDict::packIds(const PortKeyIds& ids) const {
   for (std::size_t field = 0; field < kPortFieldCount; ++field) {
     if (bits[field] > 0) {
       // Kept on purpose: not masked, so a value wider than its field spills into the next one.
-      packed |= shiftedLeft(ids[field], shift[field]);
+      packed |= shiftedLeft(ids.*kPortKeyIds[field], shift[field]);
     }
   }
   return packed;
@@ -121,37 +167,44 @@ std::uint64_t PortDict::packIdKey(std::string_view idKey) const {
   return packIds(scanIdKey(idKey));
 }
 
-PortKeyIds PortDict::splitFields(std::uint64_t value) const {
-  PortKeyIds ids{};
+PortKeyIds PortDict::unpackIds(std::uint64_t value) const {
+  PortKeyIds ids;
   for (std::size_t field = 0; field < kPortFieldCount; ++field) {
     if (bits[field] > 0 && shift[field] < 32) {
       // Kept on purpose: a field that reaches bit 31 takes in the upper half of the number too.
       const std::int64_t wideMask = static_cast<std::int32_t>(mask[field]);
-      ids[field] = static_cast<std::uint32_t>((value & static_cast<std::uint64_t>(wideMask)) >>
-                                              shift[field]);
+      ids.*kPortKeyIds[field] = static_cast<std::uint32_t>(
+          (value & static_cast<std::uint64_t>(wideMask)) >> shift[field]);
     }
   }
   return ids;
 }
 
 std::string PortDict::unpackToPortKey(std::uint64_t value) const {
-  return std::string(PortKeyPrinter(*this).print(value));
+  const PortKeyIds ids = unpackIds(value);
+  const std::string unlistedSlot = slot.containsId(ids.slot) || ids.slot >= impliedSlots
+                                       ? std::string()
+                                       : impliedSlotName(ids.slot);
+  PortKeyText key;
+  key.device = nameOrEmpty(device, ids.device);
+  key.slot = unlistedSlot.empty() ? nameOrEmpty(slot, ids.slot) : unlistedSlot;
+  key.port_prefix = nameOrEmpty(port_prefix, ids.port_prefix);
+  key.port_id = static_cast<std::int32_t>(ids.port_id);
+  key.type = nameOrEmpty(type, ids.type);
+  key.ch = static_cast<std::int32_t>(ids.ch);
+  return printPortKey(key);
 }
 
-void PortDict::toJson(FormattedJson& json) const {
-  json.beginObject();
-  json.key(kVersionKey);
-  json.number(kPortDictVersion);
-  json.key(kRefMapsKey);
-  json.beginObject();
-  writeRefMap(json, kDevice, device);
-  writeRefMap(json, kSlot, slot);
-  writeRefMap(json, kPortPrefix, portPrefix);
-  writeRefMap(json, kType, type);
-  json.endObject();
-  json.key(kBitPackingKey);
-  json.string(layoutString(bits));
-  json.endObject();
+cJSON* PortDict::toJson() const {
+  cJSON* const root = newObject();
+  addMember(root, kVersionKey, newNumber(kPortDictVersion));
+  cJSON* const refMaps = addMember(root, kRefMapsKey, newObject());
+  addRefMap(refMaps, kDevice, device);
+  addRefMap(refMaps, kSlot, slot);
+  addRefMap(refMaps, kPortPrefix, port_prefix);
+  addRefMap(refMaps, kType, type);
+  addMember(root, kBitPackingKey, newString(writeWidths(bits).c_str()));
+  return root;
 }
 
 std::error_code PortDict::fromJson(const cJSON& root) {
@@ -161,11 +214,11 @@ std::error_code PortDict::fromJson(const cJSON& root) {
     return std::make_error_code(std::errc::invalid_argument);
   }
   version = static_cast<std::uint32_t>(versionItem->valueint);
-  const char* const layout = stringValue(findMember(&root, kBitPackingKey));
-  if (layout == nullptr) {
+  const char* const bitPacking = stringValue(findMember(&root, kBitPackingKey));
+  if (bitPacking == nullptr) {
     return {};
   }
-  if (readLayout(layout, bits)) {
+  if (parseWidths(bitPacking, bits)) {
     computeShifts();
   }
   loadRefMap(*refMaps, kDevice, device);
@@ -173,20 +226,19 @@ std::error_code PortDict::fromJson(const cJSON& root) {
   if (slot.size() == 0) {
     nameImpliedSlots(*this);
   }
-  loadRefMap(*refMaps, kPortPrefix, portPrefix);
+  loadRefMap(*refMaps, kPortPrefix, port_prefix);
   loadRefMap(*refMaps, kType, type);
   return {};
 }
 
-void PortDict::widthsToJson(FormattedJson& json) const {
-  json.beginArray();
+cJSON* PortDict::widthsToJson() const {
+  cJSON* const array = newArray();
   for (std::size_t field = 0; field < kPortFieldCount; ++field) {
-    json.beginArray();
-    json.string(kPortFieldNames.at(field));
-    json.number(bits.at(field));
-    json.endArray();
+    cJSON* const pair = addElement(array, newArray());
+    addElement(pair, newString(kPortFieldNames.at(field)));
+    addElement(pair, newNumber(bits.at(field)));
   }
-  json.endArray();
+  return array;
 }
 
 }  // namespace quenfold

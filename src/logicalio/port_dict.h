@@ -9,12 +9,13 @@
 #include <string_view>
 #include <system_error>
 
-#include "json/formatted_json.h"
 #include "logicalio/port_key.h"
-#include "logicalio/port_layout.h"
 #include "logicalio/ref_map.h"
 
 namespace quenfold {
+
+/// By `PortField`.
+using FieldWidths = std::array<std::int32_t, kPortFieldCount>;
 
 /// Turns port keys into numbers and back: the four texts of a key go through dictionaries, and the
 /// six numbers are laid side by side in fields that are just wide enough. While building, register
@@ -31,7 +32,7 @@ struct PortDict {
 
   VelDB::RefMap device;
   VelDB::RefMap slot;
-  VelDB::RefMap portPrefix;
+  VelDB::RefMap port_prefix;  // NOLINT(readability-identifier-naming): as files spell it
   VelDB::RefMap type;
 
   // Of a file that lists no slots: "slotN" has the id N for every N below this.
@@ -41,7 +42,8 @@ struct PortDict {
   /// changed, for a text that is no port key.
   std::optional<PortKeyIds> registerPort(std::string_view portKey);
 
-  /// The same, with `out` set to the ID key. Returns `out`.
+  /// The same with the ID key as a text, which `out` is set to. Returns `out`. Defined for other
+  /// programs: no conversion calls it.
   std::string& registerPortKey(std::string_view portKey, std::string& out);
 
   /// The widths that hold everything registered, then `computeShifts`. Returns the total width.
@@ -52,10 +54,12 @@ struct PortDict {
 
   /// The packed number of a port, below 2^32; bits beyond that are lost.
   [[nodiscard]] std::uint64_t packIds(const PortKeyIds& ids) const;
+
+  /// The same of an ID key. Defined for other programs: no conversion calls it.
   [[nodiscard]] std::uint64_t packIdKey(std::string_view idKey) const;
 
-  /// The fields of a packed number.
-  [[nodiscard]] PortKeyIds splitFields(std::uint64_t value) const;
+  /// The reverse of `packIds`, as far as the fields hold what was packed.
+  [[nodiscard]] PortKeyIds unpackIds(std::uint64_t value) const;
 
   /// The port key of a packed number. An id without a name leaves its text empty.
   [[nodiscard]] std::string unpackToPortKey(std::uint64_t value) const;
@@ -63,18 +67,23 @@ struct PortDict {
   /// As `VelDB::RefMap::rename` on the devices.
   int renameDevice(std::string_view from, std::string_view to) { return device.rename(from, to); }
 
-  /// Writes the "portDict" object. Throws std::bad_alloc.
-  void toJson(FormattedJson& json) const;
+  /// For `buildCJson`: the "portDict" object. Throws std::bad_alloc.
+  [[nodiscard]] cJSON* toJson() const;
 
   /// Loads a "portDict" object. EINVAL, and nothing changed, without "version" or "refMaps".
   /// Without a "bitPacking" string only the version is loaded.
   std::error_code fromJson(const cJSON& root);
 
-  /// Writes [["ch", width], ...] by `PortField`. Throws std::bad_alloc.
-  void widthsToJson(FormattedJson& json) const;
+  /// For `buildCJson`: [["ch", width], ...] by `PortField`. Throws std::bad_alloc. Defined for
+  /// other programs: no conversion calls it.
+  [[nodiscard]] cJSON* widthsToJson() const;
 };
 
-/// The name of that slot in a file that lists none.
-std::string impliedSlotName(std::uint64_t id);
+/// The bit-packing string of a file: the fields of a port key with their widths.
+std::string writeWidths(const FieldWidths& widths);
+
+/// Sets the widths of the fields that the string names, wherever they stand in it. False, and
+/// nothing changed, when `parseBitPacking` finds no token in it.
+bool parseWidths(std::string_view bitPacking, FieldWidths& widths);
 
 }  // namespace quenfold

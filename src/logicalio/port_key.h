@@ -1,7 +1,5 @@
 #pragma once
 
-#include <fmt/format.h>
-
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -11,29 +9,41 @@
 
 namespace quenfold {
 
-/// The six fields of a port key, in the order of their bits: the first is the lowest.
-enum PortField : std::size_t { kCh, kType, kPortId, kPortPrefix, kSlot, kDevice };
+// NOLINTBEGIN(readability-identifier-naming): the fields' names, as files spell them
 
-inline constexpr std::size_t kPortFieldCount = 6;
-
-/// The fields' names in files, by `PortField`.
-inline constexpr std::array<const char*, kPortFieldCount> kPortFieldNames = {
-    "ch", "type", "port_id", "port_prefix", "slot", "device"};
-
-/// A port key such as "devA.slot0.in[12].mic.ch3" in its fields. Scanned texts are parts of the key
-/// and live as long as it does.
+/// A port key such as "devA.slot0.in[12].mic.ch3" in its fields. Texts are parts of what they were
+/// scanned from and live as long as it does.
 struct PortKeyText {
   std::string_view device;
   std::string_view slot;
-  std::string_view portPrefix;
-  std::int32_t portId = 0;
+  std::string_view port_prefix;
+  std::int32_t port_id = 0;
   std::string_view type;
   std::int32_t ch = 0;
 };
 
-/// The fields of a port key as numbers, the texts replaced by their ids, by `PortField`. Its text,
-/// the ID key, is hexadecimal: "0.0.0[C].0.3".
-using PortKeyIds = std::array<std::uint32_t, kPortFieldCount>;
+/// The same as numbers, the texts replaced by their ids. Its text, the ID key, is hexadecimal:
+/// "0.0.0[C].0.3".
+struct PortKeyIds {
+  std::uint32_t device = 0;
+  std::uint32_t slot = 0;
+  std::uint32_t port_prefix = 0;
+  std::uint32_t port_id = 0;
+  std::uint32_t type = 0;
+  std::uint32_t ch = 0;
+};
+
+// NOLINTEND(readability-identifier-naming)
+
+/// The fields in the order of their bits in a packed port: the first is the lowest.
+enum PortField : std::size_t { kCh, kType, kPortId, kPortPrefix, kSlot, kDevice };
+
+inline constexpr std::size_t kPortFieldCount = 6;
+
+/// By `PortField`.
+inline constexpr std::array<std::uint32_t PortKeyIds::*, kPortFieldCount> kPortKeyIds = {
+    &PortKeyIds::ch,          &PortKeyIds::type, &PortKeyIds::port_id,
+    &PortKeyIds::port_prefix, &PortKeyIds::slot, &PortKeyIds::device};
 
 /// Reads a key as sscanf does by "%[^.].%[^.].%[^[][%d].%[^.].ch%d" where int and long have 32
 /// bits: a number may have blanks before it and a sign, is limited to the type's range, and text
@@ -41,11 +51,7 @@ using PortKeyIds = std::array<std::uint32_t, kPortFieldCount>;
 /// bytes, a device, slot or prefix of more than 63 and a type of more than 15 do not.
 std::optional<PortKeyText> scanPortKey(std::string_view key);
 
-/// Append the two halves of a key, the first up to and including the bracket.
-void appendPortKeyHead(fmt::memory_buffer& key, std::string_view device, std::string_view slot,
-                       std::string_view portPrefix);
-void appendPortKeyTail(fmt::memory_buffer& key, std::int32_t portId, std::string_view type,
-                       std::int32_t ch);
+std::string printPortKey(const PortKeyText& fields);
 
 /// Reads an ID key as sscanf does by "%X.%X.%X[%X].%X.%X" on such a host. The fields from the
 /// first one on that does not scan are 0, and all are when the key has more than 63 bytes.

@@ -6,26 +6,18 @@
 #include <utility>
 
 #include "json/cjson_access.h"
+#include "json/cjson_tree.h"
 
 namespace VelDB {
 
 std::uint32_t RefMap::add(std::string_view name) {
-  if (!lastId_ || lastName_ != name) {
-    const std::uint32_t id = addToMaps(name);
-    lastName_ = name;
-    lastId_ = id;
-  }
-  return *lastId_;
-}
-
-std::uint32_t RefMap::addToMaps(std::string_view name) {
-  const auto place = nameToId_.lower_bound(name);
-  if (place != nameToId_.end() && place->first == name) {
-    return place->second;
+  const auto known = nameToId_.find(name);
+  if (known != nameToId_.end()) {
+    return known->second;
   }
   const auto id = static_cast<std::uint32_t>(size());
-  nameToId_.emplace_hint(place, name, id);
-  idToName_.insert_or_assign(idToName_.end(), id, name);
+  nameToId_.emplace(name, id);
+  idToName_[id] = name;
   return id;
 }
 
@@ -47,7 +39,6 @@ const std::string* RefMap::nameOf(std::uint32_t id) const {
 }
 
 int RefMap::removeByName(std::string_view name) {
-  lastId_.reset();
   const auto known = nameToId_.find(name);
   if (known == nameToId_.end()) {
     return 1;
@@ -58,7 +49,6 @@ int RefMap::removeByName(std::string_view name) {
 }
 
 int RefMap::removeById(std::uint32_t id) {
-  lastId_.reset();
   const auto known = idToName_.find(id);
   if (known == idToName_.end()) {
     return 1;
@@ -69,7 +59,6 @@ int RefMap::removeById(std::uint32_t id) {
 }
 
 int RefMap::rename(std::string_view from, std::string_view to) {
-  lastId_.reset();
   const auto known = nameToId_.find(from);
   if (from == to || known == nameToId_.end() || contains(to)) {
     return 1;
@@ -82,7 +71,6 @@ int RefMap::rename(std::string_view from, std::string_view to) {
 }
 
 int RefMap::changeId(std::uint32_t from, std::uint32_t to) {
-  lastId_.reset();
   const auto known = idToName_.find(from);
   if (from == to || known == idToName_.end() || containsId(to)) {
     return 1;
@@ -94,7 +82,6 @@ int RefMap::changeId(std::uint32_t from, std::uint32_t to) {
 }
 
 void RefMap::renumber() {
-  lastId_.reset();
   idToName_.clear();
   for (auto& [name, id] : nameToId_) {
     id = static_cast<std::uint32_t>(size());
@@ -103,20 +90,18 @@ void RefMap::renumber() {
 }
 
 void RefMap::clear() {
-  lastId_.reset();
   nameToId_.clear();
   idToName_.clear();
 }
 
-void RefMap::toJson(quenfold::FormattedJson& json) const {
-  json.beginArray();
+cJSON* RefMap::toJson() const {
+  cJSON* const array = quenfold::newArray();
   for (const auto& [id, name] : idToName_) {
-    json.beginArray();
-    json.number(id);
-    json.string(name);
-    json.endArray();
+    cJSON* const pair = quenfold::addElement(array, quenfold::newArray());
+    quenfold::addElement(pair, quenfold::newNumber(id));
+    quenfold::addElement(pair, quenfold::newString(name.c_str()));
   }
-  json.endArray();
+  return array;
 }
 
 void RefMap::fromJson(const cJSON& array) {

@@ -6,11 +6,8 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <optional>
 #include <string>
 #include <string_view>
-
-#include "json/formatted_json.h"
 
 namespace VelDB {
 
@@ -29,20 +26,31 @@ class RefMap {
   [[nodiscard]] bool contains(std::string_view name) const;
   [[nodiscard]] bool containsId(std::uint32_t id) const;
 
-  /// The name's id, and 1 for an unknown name.
-  [[nodiscard]] std::uint32_t idOf(std::string_view name) const;
-
   /// Null for an unknown id; valid until the entry changes.
   [[nodiscard]] const std::string* nameOf(std::uint32_t id) const;
 
   /// The number of ids.
   [[nodiscard]] std::size_t size() const { return idToName_.size(); }
 
-  int removeByName(std::string_view name);
-  int removeById(std::uint32_t id);
-
   /// Refused when the names are equal, `from` is unknown or `to` is taken.
   int rename(std::string_view from, std::string_view to);
+
+  void clear();
+
+  /// For `buildCJson`: [[id, name], ...] in ascending order of the ids. Throws std::bad_alloc.
+  [[nodiscard]] cJSON* toJson() const;
+
+  /// Replaces everything. Children that are no [id, name] are skipped; ids are cut toward zero and
+  /// limited to 32 bits, negative ones become 0; a later entry replaces an earlier one.
+  void fromJson(const cJSON& array);
+
+  // Defined for other programs: no conversion calls these.
+
+  /// The name's id, and 1 for an unknown name.
+  [[nodiscard]] std::uint32_t idOf(std::string_view name) const;
+
+  int removeByName(std::string_view name);
+  int removeById(std::uint32_t id);
 
   /// Refused when the ids are equal, `from` is unknown or `to` is taken.
   int changeId(std::uint32_t from, std::uint32_t to);
@@ -50,29 +58,13 @@ class RefMap {
   /// Gives the ids 0, 1, 2, ... in ascending order of the names.
   void renumber();
 
-  void clear();
-
-  /// Writes [[id, name], ...] in ascending order of the ids. Throws std::bad_alloc.
-  void toJson(quenfold::FormattedJson& json) const;
-
-  /// Replaces everything. Children that are no [id, name] are skipped; ids are cut toward zero and
-  /// limited to 32 bits, negative ones become 0; a later entry replaces an earlier one.
-  void fromJson(const cJSON& array);
-
   /// Prints "<id in hexadecimal>=<name><separator>" for each id, then a line end, to standard
   /// output.
   void dump(std::string_view separator = " ") const;
 
  private:
-  std::uint32_t addToMaps(std::string_view name);
-
   std::map<std::string, std::uint32_t, std::less<>> nameToId_;
   std::map<std::uint32_t, std::string> idToName_;
-
-  // What add() gave last, until the map changes in another way: ports come with their neighbours,
-  // which mostly have the same device, slot, prefix and type.
-  std::optional<std::uint32_t> lastId_;
-  std::string lastName_;
 };
 
 }  // namespace VelDB

@@ -7,15 +7,13 @@
 #include "app/files.h"
 #include "app/stage_timer.h"
 #include "json/cjson_access.h"
-#include "json/cjson_handle.h"
+#include "json/cjson_tree.h"
 #include "json/format.h"
 #include "json/label_files.h"
-#include "logicalio/device_names.h"
 #include "logicalio/fingerprints.h"
-#include "logicalio/keys.h"
+#include "logicalio/format.h"
 #include "logicalio/legacy_writer.h"
 #include "logicalio/packed_reader.h"
-#include "logicalio/packed_writer.h"
 #include "logicalio/side_files.h"
 
 namespace quenfold {
@@ -92,11 +90,14 @@ std::pair<std::string, std::string> convertPackedToVelmora(const std::string& st
                                                            const std::string& directory) {
   TimePoint stageStart = now();
   const UnpackedTable table = readPackedFiles(stem, directory, stageStart);
-  std::string legacy = legacyText(table.records, *table.kind, table.levelCount);
-  logElapsed(stageStart, "Created velmora JSON object");
-  std::string hash = hashText(table.kind->topLevelKey, table.fingerprints);
+  CJsonDocument document = buildCJson([&] {
+    cJSON* const entries = legacyEntries(table.records, *table.kind, table.levelCount);
+    logElapsed(stageStart, "Created velmora JSON object");
+    return legacyDocument(*table.kind, entries);
+  });
   logElapsed(stageStart, "Added Container Details");
-  // The texts are serialised as they are built.
+  std::string legacy = printed(std::move(document));
+  std::string hash = hashText(table.kind->topLevelKey, table.fingerprints);
   logElapsed(stageStart, "Serialized JSON");
   return {std::move(legacy), std::move(hash)};
 }

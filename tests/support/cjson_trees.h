@@ -6,7 +6,7 @@
 #include <new>
 #include <string>
 
-// What the library makes of a tree, for comparison: the program itself builds and prints none.
+// What the library itself makes of a tree, for comparison.
 
 namespace quenfold::test {
 

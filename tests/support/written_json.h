@@ -2,22 +2,14 @@
 
 #include <string>
 
-#include "json/formatted_json.h"
+#include "json/cjson_tree.h"
 
 namespace quenfold::test {
 
-/// What `write` writes.
-template <typename Write>
-std::string writtenJson(Write write) {
-  FormattedJson json;
-  write(json);
-  return json.take();
-}
-
-/// What the item's toJson() writes.
+/// What the item's toJson() gives, printed.
 template <typename Item>
 std::string jsonOf(const Item& item) {
-  return writtenJson([&](FormattedJson& json) { item.toJson(json); });
+  return printed(buildCJson([&] { return item.toJson(); }));
 }
 
 }  // namespace quenfold::test

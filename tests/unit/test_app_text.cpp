@@ -131,6 +131,32 @@ TEST(ParseSigned, NeverReadsPastTheView) {
   EXPECT_EQ(value, 123);
 }
 
+TEST(ScanSigned, TellsWhereTheNumberEnds) {
+  std::int32_t value = 77;
+  EXPECT_EQ(scanSigned(" \t+12].mic", value, 10), 5U);
+  EXPECT_EQ(value, 12);
+  EXPECT_EQ(scanSigned("-99999999999999999999 5", value, 10), 21U);
+  EXPECT_EQ(value, -2147483647 - 1);
+  EXPECT_EQ(scanSigned("2147483648", value, 10), 10U);
+  EXPECT_EQ(value, 2147483647);
+  EXPECT_EQ(scanSigned(" x", value, 10), 0U);
+  EXPECT_EQ(value, 0);
+}
+
+TEST(ScanUnsigned, TellsWhereTheNumberEnds) {
+  std::uint32_t value = 77;
+  EXPECT_EQ(scanUnsigned("0x1F.", value, 16), 4U);
+  EXPECT_EQ(value, 31U);
+  EXPECT_EQ(scanUnsigned("0xg", value, 16), 1U);
+  EXPECT_EQ(value, 0U);
+  EXPECT_EQ(scanUnsigned("100000000]", value, 16), 9U);
+  EXPECT_EQ(value, 4294967295U);
+  EXPECT_EQ(scanUnsigned("-2.", value, 16), 2U);
+  EXPECT_EQ(value, 4294967294U);
+  EXPECT_EQ(scanUnsigned("", value, 16), 0U);
+  EXPECT_EQ(value, 0U);
+}
+
 TEST(ParseWholeUnsigned, WantsNothingAfterTheDigits) {
   std::uint32_t value = 0;
   EXPECT_TRUE(parseWholeUnsigned(" 9", value));

@@ -4,12 +4,12 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "app/files.h"
 #include "app/text.h"
-#include "json/cjson_handle.h"
+#include "json/cjson_tree.h"
 #include "json/document.h"
-#include "support/cjson_trees.h"
 #include "support/compact_json.h"
 
 namespace quenfold {
@@ -98,13 +98,13 @@ TEST(Examples, DestinationsNamePortsOfEveryKind) {
 
 TEST(Examples, LogicalTablesHaveThePrintedLayout) {
   for (const char* const file : {"sources.json", "destinations.json"}) {
-    const CJsonDocument tree = parseCJson(exampleText(file));
+    CJsonDocument tree = parseCJson(exampleText(file));
     ASSERT_TRUE(tree) << file;
-    std::string printed;
-    for (const std::string& line : split(test::printCJson(*tree), '\n')) {
-      printed += line;
+    std::string oneLine;
+    for (const std::string& line : split(printed(std::move(tree)), '\n')) {
+      oneLine += line;
     }
-    EXPECT_EQ(printed, exampleText(file));
+    EXPECT_EQ(oneLine, exampleText(file));
   }
 }
 

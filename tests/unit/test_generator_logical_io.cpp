@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "generator/port_tables.h"
-#include "json/cjson_handle.h"
-#include "support/cjson_trees.h"
+#include "json/cjson_tree.h"
 #include "support/plants.h"
 
 namespace quenfold::generator {
@@ -24,9 +24,9 @@ TEST(GeneratorLogicalTable, HasThePrintedLayout) {
     const Plant plant = plantOf(2000, 9, messy);
     for (const Direction direction : {Direction::source, Direction::destination}) {
       const std::string text = tableTextOf(plant, direction);
-      const CJsonDocument tree = parseCJson(text);
+      CJsonDocument tree = parseCJson(text);
       ASSERT_TRUE(tree);
-      EXPECT_EQ(test::printCJson(*tree), text);
+      EXPECT_EQ(printed(std::move(tree)), text);
     }
   }
 }

@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "json/cjson_access.h"
-#include "json/cjson_handle.h"
+#include "json/cjson_tree.h"
 
 namespace quenfold {
 namespace {
@@ -57,6 +57,18 @@ TEST(ToUint, CutsTowardZeroAndSaturates) {
   EXPECT_EQ(toUint64(std::numeric_limits<double>::infinity()), 18446744073709551615U);
   EXPECT_EQ(toUint64(-std::numeric_limits<double>::infinity()), 0U);
   EXPECT_EQ(toUint64(std::numeric_limits<double>::quiet_NaN()), 0U);
+}
+
+TEST(LabelMapToJson, GivesUnsignedNumbersInKeyOrder) {
+  const CJsonDocument document = buildCJson([] {
+    return labelMapToJson({{"b", 4294967295U}, {"a", 0}});
+  });
+  ASSERT_EQ(cJSON_GetArraySize(document.get()), 2);
+  EXPECT_EQ(memberName(*document->child), "a");
+  EXPECT_EQ(document->child->valuedouble, 0);
+  EXPECT_EQ(memberName(*document->child->next), "b");
+  EXPECT_EQ(document->child->next->valuedouble, 4294967295.0);
+  EXPECT_NE(cJSON_IsNumber(document->child->next), 0);
 }
 
 }  // namespace

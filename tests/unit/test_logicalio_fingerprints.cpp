@@ -55,5 +55,13 @@ TEST(Fingerprints, AskingForAValueCreatesNothing) {
   EXPECT_EQ(valuesOf(fingerprints), (FingerprintValues{{"name", 4215536289U}}));
 }
 
+TEST(HashText, WritesUnsignedNumbersInKeyOrder) {
+  EXPECT_EQ(hashText("T", {{"b", 4215536289U}, {"a", 0}, {"", 4294967295U}}),
+            "{\n\t\"T\":\t{\n\t\t\"hash\":\t{\n"
+            "\t\t\t\"\":\t4294967295,\n\t\t\t\"a\":\t0,\n\t\t\t\"b\":\t4215536289\n"
+            "\t\t}\n\t}\n}");
+  EXPECT_EQ(hashText("T", {}), "{\n\t\"T\":\t{\n\t\t\"hash\":\t{\n\t\t}\n\t}\n}");
+}
+
 }  // namespace
 }  // namespace quenfold

@@ -2,7 +2,7 @@
 
 #include <initializer_list>
 
-#include "json/cjson_handle.h"
+#include "json/cjson_tree.h"
 #include "logicalio/port_dict.h"
 #include "support/written_json.h"
 
@@ -66,12 +66,15 @@ TEST(RegisterPortKey, GivesTheIdKey) {
 TEST(RegisterPort, GivesTheFieldsAsNumbers) {
   PortDict dict;
   dict.registerPort("devA.slot0.in[12].mic.ch3");
-  const PortKeyIds fields = {1, 0, 5, 1, 0, 1};
-  EXPECT_EQ(dict.registerPort("devB.slot0.out[5].mic.ch1"), std::optional(fields));
-  EXPECT_EQ(dict.registerPort("Vox"), std::nullopt);
+  const std::optional<PortKeyIds> ids = dict.registerPort("devB.slot0.out[5].mic.ch1");
+  ASSERT_TRUE(ids);
+  EXPECT_EQ(printIdKey(*ids), "1.0.1[5].0.1");
+  EXPECT_FALSE(dict.registerPort("Vox"));
   dict.computeWidths();
   // Widths: 2 for channels to 3, 4 for ports to 12, 1 for two prefixes and for two devices.
-  EXPECT_EQ(dict.packIds(fields), 1U + (5U << 2U) + (1U << 6U) + (1U << 7U));
+  const std::uint64_t packed = 1U + (5U << 2U) + (1U << 6U) + (1U << 7U);
+  EXPECT_EQ(dict.packIds(*ids), packed);
+  EXPECT_EQ(printIdKey(dict.unpackIds(packed)), "1.0.1[5].0.1");
 }
 
 TEST(RegisterPortKey, LeavesEverythingAloneWithoutAPortKey) {
@@ -230,7 +233,7 @@ TEST(PortDictToJson, WritesTheWidthsGiven) {
   EXPECT_EQ(cJSON_GetObjectItem(written.get(), "version")->valueint, 2);
   EXPECT_STREQ(cJSON_GetObjectItem(written.get(), "bitPacking")->valuestring,
                "${device,3}.${slot,2}.${port_prefix,1}[#{port_id,4}].${type,1}.ch#{ch,2}");
-  EXPECT_EQ(test::writtenJson([&](FormattedJson& json) { dict.widthsToJson(json); }),
+  EXPECT_EQ(printed(buildCJson([&] { return dict.widthsToJson(); })),
             "[[\"ch\", 2], [\"type\", 1], [\"port_id\", 4], [\"port_prefix\", 1], [\"slot\", 2], "
             "[\"device\", 3]]");
 }
@@ -263,7 +266,7 @@ TEST(PortDictFromJson, ReadsNoMapsWithoutALayout) {
     const std::error_code success = dict.fromJson(*parseCJson(json));
     EXPECT_EQ(success, std::error_code(0, std::system_category())) << layout;
     EXPECT_EQ(dict.version, 9U);
-    EXPECT_EQ(dict.device.size() + dict.slot.size() + dict.portPrefix.size() + dict.type.size(),
+    EXPECT_EQ(dict.device.size() + dict.slot.size() + dict.port_prefix.size() + dict.type.size(),
               0U);
   }
 }
@@ -333,6 +336,40 @@ TEST(PortDictFromJson, ListedSlotsAreNotAddedTo) {
       loaded(R"({"version": 2, "refMaps": {"slot": [[0, "rack"]]}, "bitPacking": "${slot,2}"})");
   EXPECT_EQ(dict.slot.size(), 1U);
   EXPECT_EQ(dict.unpackToPortKey(1), "..[0]..ch0");
+}
+
+constexpr const char* kBitPacking =
+    "${device,1}.${slot,2}.${port_prefix,3}[#{port_id,4}].${type,5}.ch#{ch,6}";
+constexpr FieldWidths kWidths = {6, 5, 4, 3, 2, 1};
+
+TEST(FieldWidths, SpellsAPortKeyWithTheWidthsOfItsFields) {
+  EXPECT_EQ(writeWidths(kWidths), kBitPacking);
+}
+
+TEST(FieldWidths, IsReadBack) {
+  FieldWidths widths{};
+  EXPECT_TRUE(parseWidths(kBitPacking, widths));
+  EXPECT_EQ(widths, kWidths);
+}
+
+TEST(FieldWidths, LeavesTheWidthsThatItDoesNotName) {
+  FieldWidths widths = kWidths;
+  EXPECT_TRUE(parseWidths("#{ch,9} ${other,7} type", widths));
+  EXPECT_EQ(widths, (FieldWidths{9, 5, 4, 3, 2, 1}));
+}
+
+TEST(FieldWidths, MayNameNoFieldThatIsKnown) {
+  FieldWidths widths = kWidths;
+  EXPECT_TRUE(parseWidths("device.${other,7}", widths));
+  EXPECT_TRUE(parseWidths("device$", widths));
+  EXPECT_EQ(widths, kWidths);
+}
+
+TEST(FieldWidths, HoldsNothingWithoutAField) {
+  FieldWidths widths = kWidths;
+  EXPECT_FALSE(parseWidths("", widths));
+  EXPECT_FALSE(parseWidths("device.slot", widths));
+  EXPECT_EQ(widths, kWidths);
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <type_traits>
 
-#include "json/cjson_handle.h"
+#include "json/cjson_tree.h"
 #include "logicalio/ref_map.h"
 #include "support/written_json.h"
 

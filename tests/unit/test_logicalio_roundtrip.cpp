@@ -6,7 +6,7 @@
 #include <string>
 #include <tuple>
 
-#include "json/cjson_handle.h"
+#include "json/cjson_tree.h"
 #include "logicalio/bit_packing.h"
 #include "matrices/pack.h"
 #include "support/logicalio_folder.h"

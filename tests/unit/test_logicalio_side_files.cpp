@@ -3,8 +3,9 @@
 #include <new>
 
 #include "logicalio/side_files.h"
-#include "support/failing_malloc.h"
+#include "support/failing_memory.h"
 #include "support/scratch.h"
+#include "support/written_json.h"
 
 namespace quenfold {
 namespace {
@@ -136,9 +137,70 @@ TEST(SideFiles, RunningOutOfMemoryIsNoFaultOfTheFile) {
   const test::ScratchFolder scratch;
   const std::string labels = scratch.file("labels", R"({"x": {"labels": [[1, "a"]]}})");
   const std::string categories = scratch.file("cats", R"({"x": {"legacyCategories": []}})");
-  const test::FailingMalloc exhausted(0);
+  const test::FailingMemory exhausted(0);
   EXPECT_THROW(parseLabelMap(labels), std::bad_alloc);
   EXPECT_THROW(parseLegacyCategoryMap(categories), std::bad_alloc);
+}
+
+const std::vector<DeviceLabel>& devices() {
+  static const std::vector<DeviceLabel> list = {
+      {"SN1", "Stage", "S"}, {"SN1", "Other", "S"}, {"SN2", "", "S"}, {"SN3", "SN3", "S"}};
+  return list;
+}
+
+PortDict dictOf(std::initializer_list<const char*> names) {
+  PortDict dict;
+  for (const char* name : names) {
+    dict.device.add(name);
+  }
+  return dict;
+}
+
+std::string namesOf(const PortDict& dict) { return test::jsonOf(dict.device); }
+
+TEST(LabelOfDevice, TakesTheFirstDeviceOfAnId) {
+  const DeviceMapper label = labelOfDevice(devices());
+  EXPECT_EQ(label("SN1"), "Stage");
+  EXPECT_EQ(label("SN2"), "");
+  EXPECT_EQ(label("SN3"), "SN3");
+  EXPECT_EQ(label("Stage"), "Stage");
+  EXPECT_EQ(label("sn1"), "sn1");
+}
+
+TEST(LabelOfDevice, AnswersTheSameHoweverOftenAndInAnyOrder) {
+  const std::vector<DeviceLabel> list = {{"A", "Box", ""}, {"B", "Rack", ""}, {"", "Nameless", ""}};
+  const DeviceMapper label = labelOfDevice(list);
+  EXPECT_EQ(label(""), "Nameless");
+  EXPECT_EQ(label("A"), "Box");
+  EXPECT_EQ(label("A"), "Box");
+  EXPECT_EQ(label("unknown"), "unknown");
+  EXPECT_EQ(label("B"), "Rack");
+  EXPECT_EQ(label("A"), "Box");
+  EXPECT_EQ(labelOfDevice({})(""), "");
+}
+
+TEST(NameDevices, ById) {
+  PortDict dict = dictOf({"Stage", "SN3", "unknown"});
+  nameDevicesById(devices(), dict);
+  EXPECT_EQ(namesOf(dict), R"([[0, "SN1"], [1, "SN3"], [2, "unknown"]])");
+}
+
+TEST(NameDevices, ByLabel) {
+  PortDict dict = dictOf({"SN1", "SN3", "SN2"});
+  nameDevicesByLabel(devices(), dict);
+  EXPECT_EQ(namesOf(dict), R"([[0, "Stage"], [1, "SN3"], [2, ""]])");
+}
+
+TEST(NameDevices, ATakenNameStops) {
+  PortDict dict = dictOf({"Stage", "SN1"});
+  nameDevicesById(devices(), dict);
+  EXPECT_EQ(namesOf(dict), R"([[0, "Stage"], [1, "SN1"]])");
+}
+
+TEST(NameDevices, OneAfterTheOtherInListOrder) {
+  PortDict dict = dictOf({"a", "b"});
+  nameDevicesById({{"c", "a", ""}, {"a", "b", ""}, {"b", "c", ""}}, dict);
+  EXPECT_EQ(namesOf(dict), R"([[0, "b"], [1, "a"]])");
 }
 
 }  // namespace

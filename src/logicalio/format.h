@@ -1,8 +1,11 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
 
-// Every name that the logical IO files share between a reader and a writer, spelled once.
+// Every name and constant of the logical IO files, spelled once.
 
 namespace quenfold {
 
@@ -15,6 +18,15 @@ inline constexpr const char* kDescriptionKey = "description";
 inline constexpr const char* kCategoryKey = "category";
 inline constexpr const char* kPortKey = "port";
 
+// The one member of a record that has always the same value, 0.
+inline constexpr const char* kKeyKey = "key";
+
+/// What stands before the id in the name of a record that has none.
+inline constexpr std::string_view kDefaultName = "lbl_";
+
+/// The texts of a legacy "category" list.
+inline constexpr std::size_t kLegacyCategoryCount = 6;
+
 // The members of a table.
 inline constexpr const char* kVersionKey = "version";
 inline constexpr const char* kPortDictKey = "portDict";
@@ -25,12 +37,33 @@ inline constexpr const char* kLabelsKey = "labels";
 inline constexpr const char* kLegacyCategoriesKey = "legacyCategories";
 
 /// The version of every logical IO table, packed or legacy.
-inline constexpr int kTableVersion = 10;
+inline constexpr std::int32_t kTableVersion = 10;
+
+// The members of a "portDict".
+inline constexpr const char* kRefMapsKey = "refMaps";
+inline constexpr const char* kBitPackingKey = "bitPacking";
+
+/// What stands before the id in the name of a slot in a "portDict" that lists none.
+inline constexpr std::string_view kDefaultSlot = "slot";
+
+/// The version of every "portDict".
+inline constexpr std::int32_t kPortDictVersion = 2;
+
+/// The fields of a port key, the lowest first, as "refMaps" and "bitPacking" name them.
+inline constexpr std::array kPortFieldNames = {"ch",          "type", "port_id",
+                                               "port_prefix", "slot", "device"};
 
 // What follows the output key in the names of the packed files.
 inline constexpr const char* kPortsFile = "Ports.json";
 inline constexpr const char* kLabelsFile = "Labels.json";
 inline constexpr const char* kLegacyCategoriesFile = "LegacyCategories.json";
+
+/// What follows the name of a legacy file in that of its fingerprints.
+inline constexpr const char* kHashFile = ".hash";
+
+// What the name of a legacy file tells of its table.
+inline constexpr std::string_view kSourcesFile = "sources.json";
+inline constexpr std::string_view kDestinationsFile = "destinations.json";
 
 // What follows the output key in the one member of the side files.
 inline constexpr const char* kLabelsTable = "Labels";

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "json/cjson_handle.h"
-#include "logicalio/category.h"
+#include "json/cjson_tree.h"
+#include "logicalio/record.h"
 #include "support/scratch.h"
 
 namespace quenfold {

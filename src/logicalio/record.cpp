@@ -1,4 +1,4 @@
-#include "logicalio/category.h"
+#include "logicalio/record.h"
 
 #include <utility>
 
