@@ -101,8 +101,7 @@ cJSON* newNumber(std::int32_t number) { return made(cJSON_CreateNumber, number);
 
 cJSON* newNumber(std::uint32_t number) { return made(cJSON_CreateNumber, number); }
 
-// The library prints a number by sprintf and reads it back: without ready texts packing takes 60 %
-// more instructions.
+// The library prints a number by sprintf and reads it back, which costs packing 26 % of cpu time.
 cJSON* newNumberText(std::int32_t number) {
   return made(cJSON_CreateRaw, fmt::format_int(number).c_str());
 }

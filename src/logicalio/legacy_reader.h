@@ -15,8 +15,8 @@
 
 namespace quenfold {
 
-/// A record with its ports as the dictionary numbers them, nothing for an empty port: the texts of
-/// ID keys would cost packing another 70 % of its instructions.
+/// A record with its ports as the dictionary numbers them, nothing for an empty port. As the texts
+/// of ID keys they cost packing 20 % of cpu time.
 struct PackRecord {
   LogicalIORecord fields;  // without ports
   std::vector<std::optional<PortKeyIds>> ports;

@@ -32,7 +32,7 @@ struct PortDict {
 
   VelDB::RefMap device;
   VelDB::RefMap slot;
-  VelDB::RefMap port_prefix;  // NOLINT(readability-identifier-naming): as files spell it
+  VelDB::RefMap port_prefix;
   VelDB::RefMap type;
 
   // Of a file that lists no slots: "slotN" has the id N for every N below this.

@@ -9,8 +9,6 @@
 
 namespace quenfold {
 
-// NOLINTBEGIN(readability-identifier-naming): the fields' names, as files spell them
-
 /// A port key such as "devA.slot0.in[12].mic.ch3" in its fields. Texts are parts of what they were
 /// scanned from and live as long as it does.
 struct PortKeyText {
@@ -32,8 +30,6 @@ struct PortKeyIds {
   std::uint32_t type = 0;
   std::uint32_t ch = 0;
 };
-
-// NOLINTEND(readability-identifier-naming)
 
 /// The fields in the order of their bits in a packed port: the first is the lowest.
 enum PortField : std::size_t { kCh, kType, kPortId, kPortPrefix, kSlot, kDevice };
