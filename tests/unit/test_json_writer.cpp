@@ -85,8 +85,11 @@ TEST(CompactJsonWriter, EscapesWhatJsonDemandsAndNoOtherByte) {
     const std::string escape = escapeOf(static_cast<unsigned char>(byte));
     for (const std::size_t length : {0U, 1U, 7U, 8U, 30U}) {
       const std::string plain(length, 'x');
-      EXPECT_EQ(writtenText(plain + static_cast<char>(byte) + plain + static_cast<char>(byte)),
-                "[\"" + plain + escape + plain + escape + "\"]")
+      const auto twice = [&](const std::string& special) {
+        return fmt::format("{0}{1}{0}{1}", plain, special);
+      };
+      EXPECT_EQ(writtenText(twice(std::string(1, static_cast<char>(byte)))),
+                fmt::format(R"(["{}"])", twice(escape)))
           << byte;
     }
   }
