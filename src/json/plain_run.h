@@ -87,7 +87,4 @@ inline std::size_t plainRunLength(std::string_view text) {
   return length;
 }
 
-/// Whether all of the text is one run.
-inline bool isPlainRun(std::string_view text) { return plainRunLength(text) == text.size(); }
-
 }  // namespace quenfold

@@ -83,8 +83,11 @@ class PrettyJsonWriter
   }
 };
 
-/// What was written so far; valid until more is written. Allocates nothing.
-std::string_view textOf(const JsonBuffer& buffer);
+/// What was written so far; valid until more is written. Allocates nothing: the library's own
+/// GetString() makes room for a terminating zero, which could fail between two output files.
+inline std::string_view textOf(const JsonBuffer& buffer) {
+  return {buffer.stack_.Bottom<char>(), buffer.GetSize()};
+}
 
 /// No white space, onto files. Allocates when it is constructed and no more for up to eight levels
 /// of nesting, so that no file is lost to memory that runs out.
