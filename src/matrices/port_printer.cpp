@@ -22,10 +22,10 @@ bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// The numbers in what stands behind the colon and the fill of a field added up, each cut above the
 /// limit. A field within it takes its width from the port number.
-std::uint64_t widthsIn(std::string_view specification, std::int32_t last) {
+std::uint64_t widthsIn(std::string_view fieldFormat, std::int32_t last) {
   std::uint64_t sum = 0;
   std::uint64_t number = 0;
-  for (const char c : specification) {
+  for (const char c : fieldFormat) {
     if (isDigit(c)) {
       number = std::min(number * 10 + static_cast<std::uint64_t>(c - '0'), kMaxPatternWidth + 1);
       continue;
@@ -37,14 +37,14 @@ std::uint64_t widthsIn(std::string_view specification, std::int32_t last) {
 }
 
 /// The bytes of the character that the formatter takes for a fill: the one before an alignment,
-/// whatever it is, even a brace. The specification is what stands behind the colon.
-std::size_t fillLength(std::string_view specification) {
+/// whatever it is, even a brace. `fieldFormat` is what stands behind the colon.
+std::size_t fillLength(std::string_view fieldFormat) {
   constexpr std::string_view kAlignments = "<>^";
-  const auto lead = static_cast<unsigned char>(specification.empty() ? '\0' : specification[0]);
+  const auto lead = static_cast<unsigned char>(fieldFormat.empty() ? '\0' : fieldFormat[0]);
   const bool leads = lead >= 0xC0 && lead < 0xF8;
   const std::size_t length = !leads ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-  const bool aligned = length < specification.size() &&
-                       kAlignments.find(specification[length]) != std::string_view::npos;
+  const bool aligned = length < fieldFormat.size() &&
+                       kAlignments.find(fieldFormat[length]) != std::string_view::npos;
   return aligned ? length : 0;
 }
 
@@ -93,8 +93,8 @@ std::uint64_t longestPortText(std::string_view pattern, std::int32_t first, std:
     if (colon == std::string_view::npos) {
       bytes += plainNumber;
     } else {
-      const std::string_view specification = inside.substr(colon + 1);
-      const std::uint64_t width = widthsIn(specification.substr(fillLength(specification)), last);
+      const std::string_view fieldFormat = inside.substr(colon + 1);
+      const std::uint64_t width = widthsIn(fieldFormat.substr(fillLength(fieldFormat)), last);
       widths.take(width);
       bytes += kLongestUnpadded + kFillBytes * width;
     }
