@@ -22,31 +22,14 @@ inline constexpr std::size_t kScanPadding = sizeof(ScanWord) - 1;
 
 constexpr ScanWord inEveryByte(unsigned char value) { return ~ScanWord{0} / 255 * value; }
 
-/// By character: whether it ends a run. A control character, a quotation mark or a backslash does.
-constexpr std::array<bool, 256> plainRunEndCharacters() {
-  constexpr std::size_t kControls = 0x20;
-  std::array<bool, 256> ends{};
-  for (std::size_t control = 0; control < kControls; ++control) {
-    ends.at(control) = true;
-  }
-  ends['"'] = true;
-  ends['\\'] = true;
-  return ends;
-}
-
-inline constexpr std::array<bool, 256> kPlainRunEnds = plainRunEndCharacters();
-
-constexpr bool endsPlainRun(char character) {
-  return kPlainRunEnds[static_cast<unsigned char>(character)];
-}
-
 /// Marks (0x80) the lowest byte that is below the limit, which is at most 128; perhaps also bytes
 /// above it, none when there is no such byte.
 constexpr ScanWord bytesBelow(ScanWord word, unsigned char limit) {
   return (word - inEveryByte(limit)) & ~word & inEveryByte(0x80);
 }
 
-/// Marks in that way the characters that end a run. With bit 1 flipped the quotation mark, 0x22,
+/// Marks in that way the characters that end a run: control characters, quotation marks and
+/// backslashes. With bit 1 flipped the quotation mark, 0x22,
 /// comes right behind the control characters, which stay among themselves.
 constexpr ScanWord plainRunEnds(ScanWord word) {
   return bytesBelow(word ^ inEveryByte(0x02), 0x21) | bytesBelow(word ^ inEveryByte('\\'), 1);
@@ -81,10 +64,10 @@ inline std::size_t plainRunLength(std::string_view text) {
       return length + static_cast<std::size_t>(__builtin_ctzll(ends)) / CHAR_BIT;
     }
   }
-  while (length < text.size() && !endsPlainRun(text[length])) {
-    ++length;
-  }
-  return length;
+  std::array<char, sizeof(ScanWord)> rest{};  // zero bytes behind the text end the run as well
+  text.copy(rest.data(), rest.size(), length);
+  const ScanWord ends = plainRunEnds(loadWord(rest.data()));
+  return length + static_cast<std::size_t>(__builtin_ctzll(ends)) / CHAR_BIT;
 }
 
 }  // namespace quenfold
