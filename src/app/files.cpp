@@ -20,7 +20,7 @@
 namespace quenfold {
 namespace {
 
-constexpr std::size_t kChunk = 65536;
+constexpr std::size_t kReadChunk = 65536;
 // Left behind a text, so that whoever pads it need not move it.
 constexpr std::size_t kSpareRoom = 16;
 constexpr int kFailed = -1;  // what a system call answers then; no descriptor
@@ -85,7 +85,8 @@ void appendWithoutNewlines(std::string& text, std::string_view chunk) {
 
 /// Appends all that the file still holds. `name` is for messages.
 void readToEnd(int descriptor, std::string& text, std::string_view name) {
-  std::array<char, kChunk> chunk;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled by read
+  std::array<char, kReadChunk>
+      chunk;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled by read
   while (true) {
     const ssize_t count =
         uninterrupted([&] { return read(descriptor, chunk.data(), chunk.size()); });

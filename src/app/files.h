@@ -31,6 +31,7 @@ class OutputFile {
  public:
   /// The path must outlive the file. Throws "error while opening file: <path>".
   explicit OutputFile(const std::string& path);
+  explicit OutputFile(std::string&& path) = delete;
 
   /// A file that was not closed stays cut short where the last chunk ended.
   ~OutputFile();

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <stdexcept>
+
 #include "matrices/legacy_writer.h"
 #include "support/heap.h"
 #include "support/scratch.h"
@@ -82,7 +85,7 @@ TEST(UserPortLabelsText, PairsThePortWithItsShownName) {
       R"([{"port":"D.A.P1.T.ch1","label":"D.A.P1.T.ch1"},{"port":"D.A.P2.T.ch1","label":"Vox"}])");
 }
 
-TEST(LegacyWriter, AreEmptyListsWithoutPorts) {
+TEST(LegacyWriter, WritesEmptyListsWithoutPorts) {
   const ExpandedTree tree;
   for (const auto write :
        {&LegacyWriter::writeAvailableInputs, &LegacyWriter::writeAvailableOutputs,
@@ -104,7 +107,9 @@ TEST(LegacyWriter, KeptOnPurposeHandBuiltTextsEscapeNothing) {
 }
 
 TEST(LegacyWriter, AllocatesNothingOnceConstructed) {
-  const ExpandedTree tree = treeOf({{"A", &kInputs, "T", {1, 20}}, {"A", &kControl, "T", {1, 1}}});
+  // A type that is kept beside the string itself.
+  const ExpandedTree tree = treeOf({{"A", &kInputs, "uncompressed-video", {1, 20}},
+                                    {"A", &kControl, "uncompressed-video", {1, 1}}});
   const test::ScratchFolder scratch;
   const std::string path = scratch.path("out");
   LegacyWriter writer(tree);
@@ -113,6 +118,15 @@ TEST(LegacyWriter, AllocatesNothingOnceConstructed) {
   writer.writeMatrices(out);
   writer.writeUserPortLabels(out);
   EXPECT_EQ(test::heapInUse(), before);
+}
+
+TEST(LegacyWriter, RefusesNamesThatTheLibraryCannotCountBeforeAnyFile) {
+  ExpandedTree tree;
+  tree.longestName = static_cast<std::size_t>(std::uint64_t{1} << 32U);
+  if (tree.longestName == 0) {
+    GTEST_SKIP() << "no name is that long on 32 bits";
+  }
+  EXPECT_THROW(LegacyWriter{tree}, std::length_error);
 }
 
 TEST(MatricesText, WritesMatricesInNameOrderCountedFromZero) {
