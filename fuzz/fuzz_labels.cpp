@@ -7,7 +7,6 @@
 #include "input_files.h"
 #include "json/format.h"
 #include "json/label_files.h"
-#include "logicalio/side_files.h"
 #include "target.h"
 
 void quenfold::fuzz::fuzzOne(std::string_view input) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <string>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -66,6 +67,17 @@ std::string_view PortLabelMap::keepJoined(std::string_view front, std::string_vi
   auto* const joined = static_cast<char*>(contents_->joined.allocate(size, 1));
   std::copy(back.begin(), back.end(), std::copy(front.begin(), front.end(), joined));
   return {joined, size};
+}
+
+DeviceMapper labelOfDevice(const std::vector<DeviceLabel>& devices) {
+  std::unordered_map<std::string_view, const DeviceLabel*> byId;
+  for (const DeviceLabel& device : devices) {
+    byId.emplace(device.id, &device);
+  }
+  return [byId = std::move(byId)](std::string_view id) -> std::string_view {
+    const auto known = byId.find(id);
+    return known == byId.end() ? id : known->second->label;
+  };
 }
 
 std::vector<DeviceLabel> parseDeviceLabels(const std::string& path) {

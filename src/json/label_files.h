@@ -65,18 +65,21 @@ class PortLabelMap {
 /// empty itself.
 using DeviceMapper = std::function<std::string_view(std::string_view)>;
 
+/// Gives a device's label for its id, and every other text back as it is; of devices with the same
+/// id the first counts. The mapper refers to the list, which must outlive it and stay unchanged.
+DeviceMapper labelOfDevice(const std::vector<DeviceLabel>& devices);
+
 /// The devices in file order, duplicates kept. Throws what `readFile` and `jsonGetString` throw,
 /// "parseDeviceLabels root is not object", "deviceLabels not found" or
 /// "deviceLabels is not array".
 std::vector<DeviceLabel> parseDeviceLabels(const std::string& path);
 
 /// Port key to label or, with `reverse`, label to port key, each up to its first zero byte; of a
-/// repeated key the last value wins.
-/// The mapper is asked for the part before the first "." of every port key that has one. Throws
-/// what `readFile` throws, "loadPortLabels root is not object", "portLabels not found",
-/// "portLabels is not object" or "portLabel entry value is not string", and a length error "too
-/// many bytes of port label keys: more than 1073741824" for what the mapper puts into the keys;
-/// of the last two the one that is met first in the file.
+/// repeated key the last value wins. The mapper is asked for the part before the first "." of every
+/// port key that has one. Throws what `readFile` throws, "loadPortLabels root is not object",
+/// "portLabels not found", "portLabels is not object" or "portLabel entry value is not string", and
+/// a length error "too many bytes of port label keys: more than 1073741824" for what the mapper
+/// puts into the keys; of the last two the one that is met first in the file.
 PortLabelMap loadPortLabels(const std::string& path, bool reverse, const DeviceMapper& mapper);
 
 }  // namespace quenfold

@@ -5,7 +5,7 @@
 #include "app/limits.h"
 #include "json/cjson_tree.h"
 
-// Layout, in this order of members:
+// What is written, in this order of members:
 //   {<top-level key>: {"version": 10, <entries key>: [
 //     {"name": <text>, "id": <number>, "key": 0, <ports key>: [<port>, ...], "description": <text>,
 //      "category": [<six texts>], "tally": <text>, "redirect": <number>}, ...]}}
@@ -57,7 +57,7 @@ void requirePortCount(const std::vector<LogicalIORecord>& records, std::size_t l
 
 }  // namespace
 
-cJSON* legacyEntries(const std::vector<LogicalIORecord>& records, const TableKind& kind,
+cJSON* entriesToJson(const std::vector<LogicalIORecord>& records, const TableKind& kind,
                      std::size_t levelCount) {
   requirePortCount(records, levelCount);
   cJSON* const entries = newArray();
@@ -67,7 +67,7 @@ cJSON* legacyEntries(const std::vector<LogicalIORecord>& records, const TableKin
   return entries;
 }
 
-cJSON* legacyDocument(const TableKind& kind, cJSON* entries) {
+cJSON* legacyFileToJson(const TableKind& kind, cJSON* entries) {
   cJSON* const document = newObject();
   cJSON* const table = addMember(document, kind.topLevelKey, newObject());
   addMember(table, kVersionKey, newNumber(kTableVersion));

@@ -14,10 +14,10 @@ namespace quenfold {
 /// `levelCount`, categories to six; a seventh category is dropped. They refer to the texts of the
 /// records, which must outlive the document and stay as they are. Throws std::bad_alloc and a
 /// length error "too many ports: more than 67108864" before it builds anything.
-cJSON* legacyEntries(const std::vector<LogicalIORecord>& records, const TableKind& kind,
+cJSON* entriesToJson(const std::vector<LogicalIORecord>& records, const TableKind& kind,
                      std::size_t levelCount);
 
 /// For `buildCJson`: the legacy document of these entries. Throws std::bad_alloc.
-cJSON* legacyDocument(const TableKind& kind, cJSON* entries);
+cJSON* legacyFileToJson(const TableKind& kind, cJSON* entries);
 
 }  // namespace quenfold

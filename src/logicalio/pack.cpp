@@ -14,7 +14,6 @@
 #include "logicalio/format.h"
 #include "logicalio/legacy_reader.h"
 #include "logicalio/packed_writer.h"
-#include "logicalio/side_files.h"
 
 namespace quenfold {
 namespace {
@@ -86,9 +85,9 @@ PackedModel readLegacyText(const std::string& sourceDir, const std::string& inpu
 PackedTexts printPacked(PackedModel& model) {
   TimePoint stageStart = now();
   CJsonDocument ports = buildCJson([&] {
-    cJSON* const records = packRecords(model);
+    cJSON* const records = recordsToJson(model);
     logElapsed(stageStart, "Bit Packing");
-    return portsDocument(model, records);
+    return portsFileToJson(model, records);
   });
   logElapsed(stageStart, "Added Container Details");
   PackedTexts texts;

@@ -4,7 +4,7 @@
 #include "json/cjson_tree.h"
 #include "logicalio/format.h"
 
-// Layout, in this order of members:
+// What is written, in this order of members:
 //   <output key>Ports.json              {<output key>: {"version": 10, "portDict": {...},
 //                                         "levelKeys": [...], "hash": {<name>: <value>, ...},
 //                                         "logicalIO": [{"id", "tally"?, "redirect"?,
@@ -104,7 +104,7 @@ cJSON* newSideTable(const PackedModel& model, const char* fingerprint) {
 
 }  // namespace
 
-cJSON* packRecords(PackedModel& model) {
+cJSON* recordsToJson(PackedModel& model) {
   cJSON* const array = newArray();
   for (const PackRecord& record : model.records) {
     cJSON* const object = addElement(array, fieldsToJson(record.fields));
@@ -113,7 +113,7 @@ cJSON* packRecords(PackedModel& model) {
   return array;
 }
 
-cJSON* portsDocument(const PackedModel& model, cJSON* records) {
+cJSON* portsFileToJson(const PackedModel& model, cJSON* records) {
   cJSON* const table = newTable();
   addMember(table, kPortDictKey, model.portDict.toJson());
   addMember(table, kLevelKeysKey, levelKeysToJson(model.levelKeys));

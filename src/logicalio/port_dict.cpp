@@ -14,6 +14,8 @@
 namespace quenfold {
 namespace {
 
+static_assert(kPortFieldNames.size() == kPortFieldCount);
+
 /// Slots named at once when a file lists none; those beyond are named when they are met.
 constexpr std::uint64_t kMostListedSlots = 65536;
 
@@ -223,6 +225,7 @@ std::error_code PortDict::fromJson(const cJSON& root) {
   }
   loadRefMap(*refMaps, kDevice, device);
   loadRefMap(*refMaps, kSlot, slot);
+  impliedSlots = 0;
   if (slot.size() == 0) {
     nameImpliedSlots(*this);
   }
@@ -239,6 +242,18 @@ cJSON* PortDict::widthsToJson() const {
     addElement(pair, newNumber(bits.at(field)));
   }
   return array;
+}
+
+void nameDevicesById(const std::vector<DeviceLabel>& devices, PortDict& dict) {
+  for (const DeviceLabel& device : devices) {
+    dict.renameDevice(device.label, device.id);
+  }
+}
+
+void nameDevicesByLabel(const std::vector<DeviceLabel>& devices, PortDict& dict) {
+  for (const DeviceLabel& device : devices) {
+    dict.renameDevice(device.id, device.label);
+  }
 }
 
 }  // namespace quenfold

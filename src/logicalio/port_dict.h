@@ -9,6 +9,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "json/label_files.h"
+#include "logicalio/format.h"
 #include "logicalio/port_key.h"
 #include "logicalio/ref_map.h"
 
@@ -21,9 +23,9 @@ using FieldWidths = std::array<std::int32_t, kPortFieldCount>;
 /// six numbers are laid side by side in fields that are just wide enough. While building, register
 /// every key, then compute the widths, then pack.
 struct PortDict {
-  std::uint32_t version = 2;    // as loaded; always written as 2
-  std::uint32_t maxCh = 0;      // largest channel registered
-  std::uint32_t maxPortId = 0;  // largest port id registered
+  std::uint32_t version = kPortDictVersion;  // as loaded; always written as 2
+  std::uint32_t maxCh = 0;                   // largest channel registered
+  std::uint32_t maxPortId = 0;               // largest port id registered
 
   // By `PortField`. A width from a file is kept as it comes; below 1 its field takes no part.
   FieldWidths bits{};
@@ -78,6 +80,11 @@ struct PortDict {
   /// other programs: no conversion calls it.
   [[nodiscard]] cJSON* widthsToJson() const;
 };
+
+/// In the dictionary, renames the devices in list order from label to id or from id to label. A
+/// device not in the dictionary, and one whose new name is taken there, is left alone.
+void nameDevicesById(const std::vector<DeviceLabel>& devices, PortDict& dict);
+void nameDevicesByLabel(const std::vector<DeviceLabel>& devices, PortDict& dict);
 
 /// The bit-packing string of a file: the fields of a port key with their widths.
 std::string writeWidths(const FieldWidths& widths);

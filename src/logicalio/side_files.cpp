@@ -5,8 +5,6 @@
 #include <iostream>
 #include <stdexcept>
 #include <string_view>
-#include <unordered_map>
-#include <utility>
 
 #include "app/error.h"
 #include "app/files.h"
@@ -100,29 +98,6 @@ Map mapOrNotice(Map (*read)(const std::string&), const std::string& path, std::s
 }
 
 }  // namespace
-
-DeviceMapper labelOfDevice(const std::vector<DeviceLabel>& devices) {
-  std::unordered_map<std::string_view, const DeviceLabel*> byId;
-  for (const DeviceLabel& device : devices) {
-    byId.emplace(device.id, &device);
-  }
-  return [byId = std::move(byId)](std::string_view id) -> std::string_view {
-    const auto known = byId.find(id);
-    return known == byId.end() ? id : known->second->label;
-  };
-}
-
-void nameDevicesById(const std::vector<DeviceLabel>& devices, PortDict& dict) {
-  for (const DeviceLabel& device : devices) {
-    dict.renameDevice(device.label, device.id);
-  }
-}
-
-void nameDevicesByLabel(const std::vector<DeviceLabel>& devices, PortDict& dict) {
-  for (const DeviceLabel& device : devices) {
-    dict.renameDevice(device.id, device.label);
-  }
-}
 
 LabelMap parseLabelMap(const std::string& path) { return mapOrNotice(readLabelMap, path, "Label"); }
 

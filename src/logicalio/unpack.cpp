@@ -91,9 +91,9 @@ std::pair<std::string, std::string> convertPackedToVelmora(const std::string& st
   TimePoint stageStart = now();
   const UnpackedTable table = readPackedFiles(stem, directory, stageStart);
   CJsonDocument document = buildCJson([&] {
-    cJSON* const entries = legacyEntries(table.records, *table.kind, table.levelCount);
+    cJSON* const entries = entriesToJson(table.records, *table.kind, table.levelCount);
     logElapsed(stageStart, "Created velmora JSON object");
-    return legacyDocument(*table.kind, entries);
+    return legacyFileToJson(*table.kind, entries);
   });
   logElapsed(stageStart, "Added Container Details");
   std::string legacy = printed(std::move(document));

@@ -242,5 +242,24 @@ TEST(LabelFiles, ReportTheirStages) {
   EXPECT_EQ(ports.substr(0, 24), "    Loaded port labels: ");
 }
 
+TEST(LabelOfDevice, TakesTheFirstDeviceOfAnId) {
+  const std::vector<DeviceLabel> list = {
+      {"SN1", "Stage", "S"}, {"SN1", "Other", "S"}, {"SN2", "", "S"}, {"SN3", "SN3", "S"}};
+  const DeviceMapper label = labelOfDevice(list);
+  EXPECT_EQ(label("SN1"), "Stage");
+  EXPECT_EQ(label("SN2"), "");
+  EXPECT_EQ(label("SN3"), "SN3");
+  EXPECT_EQ(label("Stage"), "Stage");
+  EXPECT_EQ(label("sn1"), "sn1");
+}
+
+TEST(LabelOfDevice, KnowsTheEmptyIdAndNoDevices) {
+  const std::vector<DeviceLabel> list = {{"A", "Box", ""}, {"B", "Rack", ""}, {"", "Nameless", ""}};
+  const DeviceMapper label = labelOfDevice(list);
+  EXPECT_EQ(label(""), "Nameless");
+  EXPECT_EQ(label("B"), "Rack");
+  EXPECT_EQ(labelOfDevice({})(""), "");
+}
+
 }  // namespace
 }  // namespace quenfold

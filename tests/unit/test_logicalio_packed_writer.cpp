@@ -6,7 +6,7 @@
 namespace quenfold {
 namespace {
 
-TEST(PackRecords, WritesPackedNumbersBesideEmptyPorts) {
+TEST(RecordsToJson, WritesPackedNumbersBesideEmptyPorts) {
   PackedModel model;
   model.records.resize(2);
   model.records[0].fields.id = -1;
@@ -15,7 +15,7 @@ TEST(PackRecords, WritesPackedNumbersBesideEmptyPorts) {
   model.portDict.computeShifts();
   model.records[0].ports = {std::nullopt, scanIdKey("0.0.0[0].0.7"), std::nullopt};
   model.records[1].ports = {scanIdKey("0.0.0[0].0.FFFFFFFF")};
-  EXPECT_EQ(printed(buildCJson([&] { return packRecords(model); })),
+  EXPECT_EQ(printed(buildCJson([&] { return recordsToJson(model); })),
             "[{\n\t\t\"id\":\t-1,\n\t\t\"port\":\t[\"\", 7, \"\"]\n\t}, "
             "{\n\t\t\"id\":\t2,\n\t\t\"port\":\t[4294967295]\n\t}]");
 }

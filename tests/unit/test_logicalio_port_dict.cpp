@@ -35,11 +35,11 @@ PortDict loaded(const std::string& json) {
   return dict;
 }
 
-/// A dictionary with one name a map, the slots unlisted, and that layout.
-PortDict withLayout(const std::string& layout) {
+/// A dictionary with one name a map, the slots unlisted, and that bit-packing string.
+PortDict withBitPacking(const std::string& bitPacking) {
   return loaded(R"({"version": 2, "refMaps": {"device": [[0, "d"]], "port_prefix": [[0, "in"]],
                  "type": [[0, "t"]]}, "bitPacking": ")" +
-                layout + "\"}");
+                bitPacking + "\"}");
 }
 
 TEST(PortDict, StartsEmpty) {
@@ -180,19 +180,19 @@ TEST(PackIdKey, FieldsThatDoNotScanAre0) {
 }
 
 TEST(UnpackToPortKey, AFieldUpToBit31TakesInTheUpperHalf) {
-  const PortDict dict = withLayout("${device,0}#{port_id,24}#{ch,8}");
+  const PortDict dict = withBitPacking("${device,0}#{port_id,24}#{ch,8}");
   EXPECT_EQ(dict.unpackToPortKey(0x100000503), "d.slot0.in[16777221].t.ch3");
   EXPECT_EQ(dict.unpackToPortKey(0x503), "d.slot0.in[5].t.ch3");
   EXPECT_EQ(dict.unpackToPortKey(0xFFFFFFFFFFFFFFFF), "d.slot0.in[-1].t.ch255");
 }
 
 TEST(UnpackToPortKey, AFieldBelowBit31DoesNot) {
-  const PortDict dict = withLayout("${device,0}#{port_id,23}#{ch,8}");
+  const PortDict dict = withBitPacking("${device,0}#{port_id,23}#{ch,8}");
   EXPECT_EQ(dict.unpackToPortKey(0x1080000503), "d.slot0.in[5].t.ch3");
 }
 
 TEST(UnpackToPortKey, FieldsBeyond32BitsAre0) {
-  const PortDict dict = withLayout("#{port_id,8}#{ch,32}");
+  const PortDict dict = withBitPacking("#{port_id,8}#{ch,32}");
   EXPECT_EQ(dict.unpackToPortKey(0xFF00000007), "d.slot0.in[0].t.ch7");
 }
 
@@ -209,7 +209,7 @@ TEST(RenameDevice, ChangesOnlyTheName) {
   EXPECT_EQ(dict.unpackToPortKey(3), "SN2.s.in[1].t.ch0");
 }
 
-TEST(PortDictToJson, WritesVersionMapsAndLayout) {
+TEST(PortDictToJson, WritesVersionMapsAndBitPacking) {
   const PortDict dict = dictOf({"devA.slot0.in[12].mic.ch3", "devB.slot0.in[1].mic.ch0"});
   EXPECT_EQ(test::jsonOf(dict),
             "{\n"
@@ -257,14 +257,14 @@ TEST(PortDictFromJson, WantsVersionAndRefMaps) {
   }
 }
 
-TEST(PortDictFromJson, ReadsNoMapsWithoutALayout) {
-  for (const char* layout : {"", R"(, "bitPacking": 5)", R"(, "bitPacking": null)"}) {
+TEST(PortDictFromJson, ReadsNoMapsWithoutBitPacking) {
+  for (const char* bitPacking : {"", R"(, "bitPacking": 5)", R"(, "bitPacking": null)"}) {
     PortDict dict;
     const std::string json =
-        std::string(R"({"version": 9, "refMaps": {"device": [[0, "d"]], "slot": []})") + layout +
-        "}";
+        std::string(R"({"version": 9, "refMaps": {"device": [[0, "d"]], "slot": []})") +
+        bitPacking + "}";
     const std::error_code success = dict.fromJson(*parseCJson(json));
-    EXPECT_EQ(success, std::error_code(0, std::system_category())) << layout;
+    EXPECT_EQ(success, std::error_code(0, std::system_category())) << bitPacking;
     EXPECT_EQ(dict.version, 9U);
     EXPECT_EQ(dict.device.size() + dict.slot.size() + dict.port_prefix.size() + dict.type.size(),
               0U);
@@ -281,12 +281,12 @@ TEST(PortDictFromJson, FindsFieldsByNameAndMapsInAnyCase) {
 }
 
 TEST(PortDictFromJson, FieldsAreLaidInTheirFixedOrder) {
-  const PortDict dict = withLayout("#{ch,2}${device,1}#{port_id,3}");
+  const PortDict dict = withBitPacking("#{ch,2}${device,1}#{port_id,3}");
   EXPECT_EQ(dict.shift, (Positions{0, 2, 2, 5, 5, 5}));
   EXPECT_EQ(dict.unpackToPortKey(0x17), "d.slot0.in[5].t.ch3");
 }
 
-TEST(PortDictFromJson, AnEmptyLayoutLeavesTheWidths) {
+TEST(PortDictFromJson, AnEmptyBitPackingLeavesTheWidths) {
   PortDict dict = dictOf({"a.s.in[1].t.ch3"});
   EXPECT_FALSE(dict.fromJson(*parseCJson(
       R"({"version": 2, "refMaps": {"device": [[0, "z"]]}, "bitPacking": "nothing"})")));
@@ -295,40 +295,41 @@ TEST(PortDictFromJson, AnEmptyLayoutLeavesTheWidths) {
 }
 
 TEST(PortDictFromJson, NamesTheSlotsThatAreNotListed) {
-  const PortDict dict = withLayout("${slot,2}#{ch,1}");
+  const PortDict dict = withBitPacking("${slot,2}#{ch,1}");
   EXPECT_EQ(test::jsonOf(dict.slot),
             "[[0, \"slot0\"], [1, \"slot1\"], [2, \"slot2\"], [3, \"slot3\"]]");
   EXPECT_EQ(dict.unpackToPortKey(7), "d.slot3.in[0].t.ch1");
-  EXPECT_EQ(test::jsonOf(withLayout("#{ch,1}").slot), "[[0, \"slot0\"]]");
+  EXPECT_EQ(test::jsonOf(withBitPacking("#{ch,1}").slot), "[[0, \"slot0\"]]");
 }
 
 TEST(PortDictFromJson, NoSlotBeyondTheWidthHasAName) {
   // The slot takes in the upper half of the number: its id is 255, 256 and 257.
-  const PortDict dict = withLayout("${slot,8}#{ch,24}");
+  const PortDict dict = withBitPacking("${slot,8}#{ch,24}");
   EXPECT_EQ(dict.unpackToPortKey(0xFF000003), "d.slot255.in[0].t.ch3");
   EXPECT_EQ(dict.unpackToPortKey(0x100000003), "d..in[0].t.ch3");
   EXPECT_EQ(dict.unpackToPortKey(0x101000003), "d..in[0].t.ch3");
 }
 
 TEST(PortDictFromJson, AnAbsurdSlotWidthFillsNoMemory) {
-  const PortDict wide = withLayout("${slot,31}");
+  const PortDict wide = withBitPacking("${slot,31}");
   EXPECT_LE(wide.slot.size(), 65536U);
   EXPECT_EQ(wide.unpackToPortKey(65535), "d.slot65535.in[0].t.ch0");
   EXPECT_EQ(wide.unpackToPortKey(65536), "d.slot65536.in[0].t.ch0");
   EXPECT_EQ(wide.unpackToPortKey(2147483647), "d.slot2147483647.in[0].t.ch0");
-  const PortDict wider = withLayout("${slot,32}");
+  const PortDict wider = withBitPacking("${slot,32}");
   EXPECT_EQ(wider.unpackToPortKey(4294967295), "d.slot4294967295.in[0].t.ch0");
-  const PortDict narrowField = withLayout("${slot,17}");
+  const PortDict narrowField = withBitPacking("${slot,17}");
   EXPECT_EQ(narrowField.unpackToPortKey(131071), "d.slot131071.in[0].t.ch0");
-  for (const char* layout : {"${slot,1000000}", "${slot,4294967295}", "${slot,-1}"}) {
-    const PortDict absurd = withLayout(layout);
-    EXPECT_LE(absurd.slot.size(), 65536U) << layout;
-    EXPECT_EQ(absurd.unpackToPortKey(0), "d.slot0.in[0].t.ch0") << layout;
+  for (const char* bitPacking : {"${slot,1000000}", "${slot,4294967295}", "${slot,-1}"}) {
+    const PortDict absurd = withBitPacking(bitPacking);
+    EXPECT_LE(absurd.slot.size(), 65536U) << bitPacking;
+    EXPECT_EQ(absurd.unpackToPortKey(0), "d.slot0.in[0].t.ch0") << bitPacking;
   }
 }
 
 TEST(PortDictFromJson, AWidthAbove2To31TakesNoPart) {
-  EXPECT_EQ(withLayout("#{port_id,3}#{ch,4294967295}").unpackToPortKey(7), "d.slot0.in[0].t.ch0");
+  EXPECT_EQ(withBitPacking("#{port_id,3}#{ch,4294967295}").unpackToPortKey(7),
+            "d.slot0.in[0].t.ch0");
 }
 
 TEST(PortDictFromJson, ListedSlotsAreNotAddedTo) {
@@ -370,6 +371,54 @@ TEST(FieldWidths, HoldsNothingWithoutAField) {
   EXPECT_FALSE(parseWidths("", widths));
   EXPECT_FALSE(parseWidths("device.slot", widths));
   EXPECT_EQ(widths, kWidths);
+}
+
+const std::vector<DeviceLabel>& devices() {
+  static const std::vector<DeviceLabel> list = {
+      {"SN1", "Stage", "S"}, {"SN1", "Other", "S"}, {"SN2", "", "S"}, {"SN3", "SN3", "S"}};
+  return list;
+}
+
+PortDict dictOfDevices(std::initializer_list<const char*> names) {
+  PortDict dict;
+  for (const char* name : names) {
+    dict.device.add(name);
+  }
+  return dict;
+}
+
+std::string namesOf(const PortDict& dict) { return test::jsonOf(dict.device); }
+
+TEST(NameDevices, ById) {
+  PortDict dict = dictOfDevices({"Stage", "SN3", "unknown"});
+  nameDevicesById(devices(), dict);
+  EXPECT_EQ(namesOf(dict), R"([[0, "SN1"], [1, "SN3"], [2, "unknown"]])");
+}
+
+TEST(NameDevices, ByLabel) {
+  PortDict dict = dictOfDevices({"SN1", "SN3", "SN2"});
+  nameDevicesByLabel(devices(), dict);
+  EXPECT_EQ(namesOf(dict), R"([[0, "Stage"], [1, "SN3"], [2, ""]])");
+}
+
+TEST(NameDevices, ATakenNameStops) {
+  PortDict dict = dictOfDevices({"Stage", "SN1"});
+  nameDevicesById(devices(), dict);
+  EXPECT_EQ(namesOf(dict), R"([[0, "Stage"], [1, "SN1"]])");
+}
+
+TEST(NameDevices, OneAfterTheOtherInListOrder) {
+  PortDict dict = dictOfDevices({"a", "b"});
+  nameDevicesById({{"c", "a", ""}, {"a", "b", ""}, {"b", "c", ""}}, dict);
+  EXPECT_EQ(namesOf(dict), R"([[0, "b"], [1, "a"]])");
+}
+
+TEST(PortDictFromJson, ListedSlotsEndTheNumberedOnes) {
+  PortDict dict = withBitPacking("${slot,2}");
+  EXPECT_EQ(dict.unpackToPortKey(3), "d.slot3.in[0].t.ch0");
+  EXPECT_FALSE(dict.fromJson(*parseCJson(R"({"version": 2, "bitPacking": "${slot,2}",
+                 "refMaps": {"slot": [[0, "s"]]}})")));
+  EXPECT_EQ(dict.unpackToPortKey(3), "d..in[0].t.ch0");
 }
 
 }  // namespace
