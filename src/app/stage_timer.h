@@ -6,7 +6,7 @@
 
 namespace quenfold {
 
-/// The program's only process-wide state: set once by -v, read by every stage report.
+/// Set once by -v, read by every stage report.
 inline bool verbose = false;
 
 using TimePoint = std::chrono::system_clock::time_point;

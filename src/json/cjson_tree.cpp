@@ -125,13 +125,11 @@ cJSON* addElement(cJSON* array, cJSON* value) {
 }
 
 std::string printed(CJsonDocument document) {
-  // The text grows by moving, which would be lost memory in an arena.
-  const Serving library(nullptr);
   const std::unique_ptr<char, void (*)(void*)> text(cJSON_Print(document.get()), cJSON_free);
   if (!text) {
     throw std::bad_alloc();
   }
-  document.reset();
+  document.reset();  // not both beside the copy
   return text.get();
 }
 

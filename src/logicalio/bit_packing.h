@@ -17,8 +17,9 @@ enum class BitPackKind : std::uint32_t {
 
 struct BitPackToken {
   BitPackKind kind = BitPackKind::kUntyped;
-  std::string text;         // the literal, or the field's name
-  std::uint32_t bits = 0;   // width; 0 for a literal
+  std::string text;        // the literal, or the field's name
+  std::uint32_t bits = 0;  // width; 0 for a literal
+  // For other programs: a port dictionary lays its fields out itself, in their own order.
   std::uint32_t mask = 0;   // 2^bits - 1, not shifted; all ones from 32 bits on
   std::uint32_t shift = 0;  // position of the lowest bit
 };

@@ -4,7 +4,7 @@
 #include "json/cjson_tree.h"
 #include "logicalio/format.h"
 
-// Layout of a ".hash" file: {<top-level key>: {"hash": {<name>: <value>, ...}}}, the names
+// What is written: {<top-level key>: {"hash": {<name>: <value>, ...}}}, the names
 // ascending.
 
 namespace quenfold {

@@ -15,13 +15,15 @@ class Hash {
   Hash() = default;
   virtual ~Hash() = default;
 
+  // The forms of `begin` and `update` with numbers are defined for other programs: conversions hash
+  // numbers by `hashAdd`.
+
   /// Starts anew over the bytes; false, and nothing changed, when there are none.
   bool begin(std::string_view bytes);
   bool begin(std::uint32_t value);
   bool begin(std::uint64_t value);
 
-  /// Goes on with more bytes. Numbers are for other programs: no conversion calls these and `begin`
-  /// with numbers, which all hash by `hashAdd`.
+  /// Goes on with more bytes.
   void update(std::string_view bytes);
   void update(std::uint32_t value);
   void update(std::uint64_t value);

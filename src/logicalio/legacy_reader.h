@@ -22,8 +22,8 @@ struct PackRecord {
   std::vector<std::optional<PortKeyIds>> ports;
 };
 
-/// What packing collects from a legacy document and writes to the packed files. The keys are empty
-/// when the document gives none.
+/// What packing collects from a legacy document and writes to the packed files. Of a text that is
+/// no JSON there is no top-level key, and the output key is guessed from the name of its file.
 struct PackedModel {
   std::string topLevelKey;
   std::string outputKey;

@@ -49,6 +49,8 @@ std::optional<PortKeyText> scanPortKey(std::string_view key);
 
 std::string printPortKey(const PortKeyText& fields);
 
+// ID keys are defined for other programs: conversions keep the numbers themselves.
+
 /// Reads an ID key as sscanf does by "%X.%X.%X[%X].%X.%X" on such a host. The fields from the
 /// first one on that does not scan are 0, and all are when the key has more than 63 bytes.
 PortKeyIds scanIdKey(std::string_view key);

@@ -76,6 +76,9 @@ std::uint64_t longestNumber(std::int32_t first, std::int32_t last) {
   return std::max(fmt::formatted_size("{}", first), fmt::formatted_size("{}", last));
 }
 
+// The formatter itself cannot be asked: its sizes at both ends of the range bound neither widths
+// that are summed up nor those taken from the number, and it would write out any width to measure
+// it.
 std::uint64_t longestPortText(std::string_view pattern, std::int32_t first, std::int32_t last) {
   const std::uint64_t plainNumber = longestNumber(first, last);
   Budget widths("port pattern too wide", kMaxPatternWidth);

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <optional>
 #include <string_view>
 #include <system_error>
 #include <utility>

@@ -44,7 +44,7 @@ TEST(RefMap, AddGivesConsecutiveIds) {
   EXPECT_EQ(quenfold::test::jsonOf(map), "[[0, \"x\"], [1, \"y\"]]");
 }
 
-TEST(RefMap, AddsAnewWhatWasAddedLastAndThenChanged) {
+TEST(RefMap, AddsAnewWhatWasChangedSince) {
   RefMap map;
   map.add("x");
   map.add("y");

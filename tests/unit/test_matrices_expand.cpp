@@ -98,7 +98,7 @@ TEST(ExpandPortTree, KnowsTheLongestName) {
   const auto longest = [](std::vector<DeviceLabel> devices) {
     return Expansion(treeOf(groupOf({9, 10}, {-1, 5})), std::move(devices)).expanded.longestName;
   };
-  // A place is taken to be one byte longer than its number.
+  // A field is taken to be one byte longer than its number.
   const std::size_t suffix = std::string_view(".S.in[10].t.ch-1").size() + 1;
   EXPECT_EQ(longest({}), 1 + suffix);
   EXPECT_EQ(longest({{"D", "label", "L"}}), 5 + suffix);

@@ -11,7 +11,7 @@
 namespace quenfold::packing {
 namespace {
 
-/// Inserts a port whose place has to be searched.
+/// Inserts a port that has to be searched.
 void addLonePort(DeviceList& devices, std::string_view port) {
   PortCursor cursor;
   addPort(devices, cursor, port);
@@ -159,7 +159,7 @@ TEST(PortCursor, HasTheMessagesOfASplit) {
             "Duplicate channel in 2(d.s.in[1].a.2). Channels=1,2,");
 }
 
-TEST(PortCursor, CutsWhatFollowsTheSameSlot) {
+TEST(PortCursor, CutsPortStringsThatShareTheirSlot) {
   EXPECT_EQ(cursorTreeOf({"d.s.in[1].a.ch1", "d.s.out[1]..ch1", "d.s1.in[1].a.ch1",
                           "d.s.in[1].a.ch2", ".s.in[1].a.ch1", "..in[1].a.ch1", "..in[2].a.ch1"}),
             "d/s/in[]1/a:1,2, d/s/out[]1/:1, d/s1/in[]1/a:1, /s/in[]1/a:1, //in[]1/a:1, "
