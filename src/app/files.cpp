@@ -85,8 +85,8 @@ void appendWithoutNewlines(std::string& text, std::string_view chunk) {
 
 /// Appends all that the file still holds. `name` is for messages.
 void readToEnd(int descriptor, std::string& text, std::string_view name) {
-  std::array<char, kReadChunk>
-      chunk;  // NOLINT(cppcoreguidelines-pro-type-member-init): filled by read
+  // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init): filled by read
+  std::array<char, kReadChunk> chunk;
   while (true) {
     const ssize_t count =
         uninterrupted([&] { return read(descriptor, chunk.data(), chunk.size()); });

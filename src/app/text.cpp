@@ -16,6 +16,8 @@ struct ScannedInteger {
   std::size_t length = 0;  // characters consumed, 0 when there is no number
 };
 
+bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
 bool isHexDigit(char c) {
   return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
@@ -30,16 +32,15 @@ ScannedInteger scanInteger(std::string_view text, int base) {
   if (base < 0 || base == 1 || base > 36) {
     return {};
   }
-  std::size_t start = text.find_first_not_of(" \t\n\v\f\r");
-  if (start == std::string_view::npos) {
-    return {};
+  std::string_view digits = text;
+  while (!digits.empty() && isBlank(digits.front())) {
+    digits.remove_prefix(1);
   }
   ScannedInteger number;
-  number.negative = text[start] == '-';
-  if (number.negative || text[start] == '+') {
-    ++start;
+  number.negative = !digits.empty() && digits.front() == '-';
+  if (number.negative || (!digits.empty() && digits.front() == '+')) {
+    digits.remove_prefix(1);
   }
-  std::string_view digits = text.substr(start);
   if ((base == 0 || base == 16) && hasHexPrefix(digits)) {
     digits.remove_prefix(2);
     base = 16;

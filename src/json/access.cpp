@@ -9,7 +9,8 @@ namespace quenfold {
 namespace {
 
 /// The member, which must be there; `caller` is for the message.
-const JsonValue& requireMember(const JsonValue& value, const char* name, std::string_view caller) {
+inline const JsonValue& requireMember(const JsonValue& value, std::string_view name,
+                                      std::string_view caller) {
   if (!value.IsObject()) {
     throw runtimeError("{} passed non-object", caller);
   }
@@ -22,7 +23,7 @@ const JsonValue& requireMember(const JsonValue& value, const char* name, std::st
 
 }  // namespace
 
-std::string_view jsonGetText(const JsonValue& value, const char* name) {
+std::string_view jsonGetText(const JsonValue& value, std::string_view name) {
   const JsonValue& member = requireMember(value, name, "jsonGetString");
   if (!member.IsString()) {
     throw runtimeError("{} is not string", name);
@@ -30,11 +31,11 @@ std::string_view jsonGetText(const JsonValue& value, const char* name) {
   return jsonText(member);
 }
 
-std::string jsonGetString(const JsonValue& value, const char* name) {
+std::string jsonGetString(const JsonValue& value, std::string_view name) {
   return std::string(jsonGetText(value, name));
 }
 
-std::int32_t jsonGetInt(const JsonValue& value, const char* name) {
+std::int32_t jsonGetInt(const JsonValue& value, std::string_view name) {
   const JsonValue& member = requireMember(value, name, "jsonGetInt");
   if (!member.IsInt()) {
     throw runtimeError("{} is not number", name);

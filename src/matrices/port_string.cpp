@@ -51,12 +51,12 @@ std::int32_t parseChannel(std::string_view text) {
 }
 
 SplitPort splitPort(std::string_view portText) {
-  if (portText.find('.') == std::string_view::npos) {
-    throw runtimeError("splitPort - no device.");
-  }
   SplitPort parts;
   std::string_view rest = portText;
   parts.device = takePart(rest);
+  if (parts.device.size() == portText.size()) {
+    throw runtimeError("splitPort - no device.");
+  }
   parts.slot = takePart(rest);
   parts.port = takePart(rest);
   parts.type = takePart(rest);
