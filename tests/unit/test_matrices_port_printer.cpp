@@ -50,7 +50,7 @@ TEST(AppendPort, AllocatesNothingWhereThereIsRoom) {
   for (const char* pattern : {"a port of some length without a number", "in[{}] of some length",
                               "{:>40}", "{0:b} and once more {0:b}"}) {
     std::string text;
-    text.reserve(longestPortText(pattern, 1, kLargest));
+    text.reserve(static_cast<std::size_t>(longestPortText(pattern, 1, kLargest)));
     const char* const room = text.data();
     appendPort(text, splitPattern(pattern), kLargest);
     EXPECT_EQ(text.data(), room) << pattern;
