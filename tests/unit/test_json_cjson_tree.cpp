@@ -263,7 +263,7 @@ TEST(BuildCJson, ANameWithoutMemoryIsNotLeftOut) {
 
 TEST(BuildCJson, RunsOutOfMemoryBeforeItBegins) {
   const test::FailingMemory exhausted(0);
-  EXPECT_THROW(buildCJson(newObject), std::bad_alloc);
+  EXPECT_THROW(buildCJson([] { return newObject(); }), std::bad_alloc);
 }
 
 }  // namespace
