@@ -124,6 +124,21 @@ TEST(ParseSigned, TakesTheBaseThatItIsGiven) {
   EXPECT_EQ(value, -31);
 }
 
+TEST(ParseSigned, SkipsTheSixBlanksAndNothingBesideThem) {
+  std::int32_t out = 0;
+  EXPECT_TRUE(parseSigned(" \t\n\v\f\r7", out, 10));
+  EXPECT_EQ(out, 7);
+  for (const char* text : {"\b7",
+                           "\x0e"
+                           "7",
+                           "\x1f"
+                           "7",
+                           "!7"}) {
+    EXPECT_FALSE(parseSigned(text, out, 10)) << text;
+    EXPECT_EQ(out, 0) << text;
+  }
+}
+
 TEST(ParseSigned, NeverReadsPastTheView) {
   const std::string digits = "123456";
   std::int32_t value = 0;
