@@ -26,11 +26,13 @@ SLOW_MILLISECONDS = 50
 # Which cases concern a folder of the sources; the others are not tried.
 CASE_GROUPS = {
     "src/app": ("cli", "regress", "roundtrip", "matrices-pack", "matrices-unpack", "logicalio-pack",
-                "logicalio-unpack"),
+                "logicalio-unpack", "clocks"),
     "src/json": ("regress", "roundtrip", "matrices-unpack", "matrices-pack", "logicalio-pack",
-                 "logicalio-unpack", "cli"),
-    "src/logicalio": ("logicalio-pack", "logicalio-unpack", "roundtrip", "regress", "cli"),
-    "src/matrices": ("matrices-pack", "matrices-unpack", "roundtrip", "regress", "cli"),
+                 "logicalio-unpack", "cli", "clocks"),
+    "src/logicalio": ("logicalio-pack", "logicalio-unpack", "roundtrip", "regress", "cli",
+                      "clocks"),
+    "src/matrices": ("matrices-pack", "matrices-unpack", "roundtrip", "regress", "cli",
+                     "clocks"),
 }  # fmt: skip
 
 
@@ -159,6 +161,7 @@ class Tests:
     def __init__(self, build: Build, root: Path) -> None:
         self.root = root
         self.faults = build.folder / "tests/faults"
+        self.clock = build.folder / "tests/clock/libquenfold_ticking_clock.so"
         self.slow = self._slow_tests(build.folder)
         self.cases = {group: self._cases_of(group) for group in CASE_GROUPS["src/app"]}
         self.noticing: dict[str, list[Path]] = defaultdict(list)
@@ -180,7 +183,8 @@ class Tests:
         groups = CASE_GROUPS[os.path.dirname(file)]
         others = [case for group in groups for case in self.cases[group] if case not in first]
         for case in first + others:
-            command = [str(self.root / "tests/run-case"), str(scratch / PROGRAM), str(case)]
+            command = ["env", f"QUENFOLD_CLOCK={self.clock}", str(self.root / "tests/run-case")]
+            command += [str(scratch / PROGRAM), str(case)]
             if not succeeds(command, scratch, CASE_SECONDS):
                 if case in others:
                     self.noticing[file].insert(0, case)
