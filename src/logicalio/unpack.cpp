@@ -88,7 +88,7 @@ UnpackedTable readPackedFiles(const std::string& stem, const std::string& direct
 
 std::pair<std::string, std::string> convertPackedToVelmora(const std::string& stem,
                                                            const std::string& directory) {
-  TimePoint stageStart = now();
+  TimePoint stageStart;  // begins once the packed ports are read
   const UnpackedTable table = readPackedFiles(stem, directory, stageStart);
   CJsonDocument document = buildCJson([&] {
     cJSON* const entries = entriesToJson(table.records, *table.kind, table.levelCount);

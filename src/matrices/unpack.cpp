@@ -102,10 +102,10 @@ constexpr std::array<LegacyFile, 5> kLegacyFiles = {{
 }};
 
 void reportStages(const LegacyFile& file, const ExpandedTree& expanded) {
+  TimePoint stageStart = now();
   if (file.ports != nullptr && expanded.*file.ports == 0) {
     return;
   }
-  TimePoint stageStart = now();
   for (const std::string_view stage : file.stages) {
     if (!stage.empty()) {
       logElapsed(stageStart, stage);
