@@ -38,6 +38,8 @@ TEST(IntValues, TakeEveryChild) {
   EXPECT_EQ(intValues(list.get()),
             (std::vector<std::int32_t>{3, 0, 1, 0, 0, 2, 2147483647, -2147483647 - 1}));
   EXPECT_EQ(intValues(parseCJson(R"({"a": 4})").get()), (std::vector<std::int32_t>{4}));
+  EXPECT_EQ(intValues(parseCJson("[4294967297, 9223372036854775809, -4294967297]").get()),
+            (std::vector<std::int32_t>{2147483647, 2147483647, -2147483647 - 1}));
   EXPECT_TRUE(intValues(parseCJson("5").get()).empty());
   EXPECT_TRUE(intValues(nullptr).empty());
 }
@@ -49,6 +51,8 @@ TEST(ToUint, CutsTowardZeroAndSaturates) {
   EXPECT_EQ(toUint32(-5), 0U);
   EXPECT_EQ(toUint32(4294967295.0), 4294967295U);
   EXPECT_EQ(toUint32(4294967295.5), 4294967295U);
+  EXPECT_EQ(toUint32(4294967297.0), 4294967295U);
+  EXPECT_EQ(toUint32(18446744073709541376.0), 4294967295U);
   EXPECT_EQ(toUint32(1e300), 4294967295U);
   EXPECT_EQ(toUint64(-1), 0U);
   EXPECT_EQ(toUint64(4294967296.0), 4294967296U);
