@@ -139,9 +139,9 @@ TEST(LongestPortText, TakesMalformedPatternsForWhatTheyHold) {
 }
 
 TEST(LongestPortText, RefusesWhatPadsToMore) {
-  for (const char* pattern :
-       {"{:4097}", "{:>1999999999}", "x{:>1999999999}[{}]", "{0:{0}}", "{0:4096}{0:1}",
-        "{:99999999999999999999999}", "{:}<4097}", "{:\xf0}}}>4097}"}) {
+  for (const char* pattern : {"{:4097}", "{:>1999999999}", "x{:>1999999999}[{}]", "{0:{0}}",
+                              "{0:4096}{0:1}", "{:4294967297}", "{:18446744073709551617}",
+                              "{:99999999999999999999999}", "{:}<4097}", "{:\xf0}}}>4097}"}) {
     EXPECT_EQ(test::messageOf([&] { longestPortText(pattern, 1, kLargest); }),
               "port pattern too wide: more than 4096")
         << pattern;
