@@ -9,6 +9,10 @@
 
 namespace quenfold {
 
+inline bool beginsWith(std::string_view text, std::string_view beginning) {
+  return text.substr(0, beginning.size()) == beginning;
+}
+
 /// The pieces between the delimiters, empty ones included: "a,b," gives "a", "b" and "", and ""
 /// gives one empty piece.
 std::vector<std::string> split(std::string_view text, char delimiter);

@@ -95,6 +95,12 @@ CJsonDocument buildCJson(const std::function<cJSON*()>& build) {
 
 cJSON* newObject() { return made(cJSON_CreateObject); }
 
+cJSON* newObject(const char* name, cJSON* onlyMember) {
+  cJSON* const object = newObject();
+  addMember(object, name, onlyMember);
+  return object;
+}
+
 cJSON* newArray() { return made(cJSON_CreateArray); }
 
 cJSON* newNumber(std::int32_t number) { return made(cJSON_CreateNumber, number); }

@@ -33,6 +33,7 @@ CJsonDocument buildCJson(const std::function<cJSON*()>& build);
 /// Values that belong to no object or array yet, never null. Every one throws std::bad_alloc
 /// instead of leaving something out, and a logic error outside of `buildCJson`.
 cJSON* newObject();
+cJSON* newObject(const char* name, cJSON* onlyMember);
 cJSON* newArray();
 cJSON* newNumber(std::int32_t number);
 cJSON* newNumber(std::uint32_t number);

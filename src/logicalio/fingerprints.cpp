@@ -62,10 +62,8 @@ FingerprintValues hashLogicalIO(const std::vector<LogicalIORecord>& records) {
 
 std::string hashText(const std::string& topLevelKey, const FingerprintValues& values) {
   return printed(buildCJson([&] {
-    cJSON* const document = newObject();
-    cJSON* const table = addMember(document, topLevelKey.c_str(), newObject());
-    addMember(table, kHashKey, labelMapToJson(values));
-    return document;
+    cJSON* const table = newObject(kHashKey, labelMapToJson(values));
+    return newObject(topLevelKey.c_str(), table);
   }));
 }
 

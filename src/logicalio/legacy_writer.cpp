@@ -68,11 +68,10 @@ cJSON* entriesToJson(const std::vector<LogicalIORecord>& records, const TableKin
 }
 
 cJSON* legacyFileToJson(const TableKind& kind, cJSON* entries) {
-  cJSON* const document = newObject();
-  cJSON* const table = addMember(document, kind.topLevelKey, newObject());
+  cJSON* const table = newObject();
   addMember(table, kVersionKey, newNumber(kTableVersion));
   addMember(table, kind.entriesKey, entries);
-  return document;
+  return newObject(kind.topLevelKey, table);
 }
 
 }  // namespace quenfold

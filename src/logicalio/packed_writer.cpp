@@ -18,13 +18,6 @@
 namespace quenfold {
 namespace {
 
-/// The document of one table.
-cJSON* documentOf(const std::string& key, cJSON* table) {
-  cJSON* const document = newObject();
-  addMember(document, key.c_str(), table);
-  return document;
-}
-
 /// A table with the version that every one has.
 cJSON* newTable() {
   cJSON* const table = newObject();
@@ -119,7 +112,7 @@ cJSON* portsFileToJson(const PackedModel& model, cJSON* records) {
   addMember(table, kLevelKeysKey, levelKeysToJson(model.levelKeys));
   addMember(table, kHashKey, labelMapToJson(valuesOf(model.fingerprints)));
   addMember(table, kLogicalIOKey, records);
-  return documentOf(model.outputKey, table);
+  return newObject(model.outputKey.c_str(), table);
 }
 
 std::string labelsText(const PackedModel& model) {
@@ -129,7 +122,7 @@ std::string labelsText(const PackedModel& model) {
     for (const PackRecord& record : model.records) {
       addPair(labels, record.fields.id, newStringReference(record.fields.name));
     }
-    return documentOf(model.outputKey + kLabelsTable, table);
+    return newObject((model.outputKey + kLabelsTable).c_str(), table);
   }));
 }
 
@@ -142,7 +135,7 @@ std::string categoriesText(const PackedModel& model) {
         addPair(list, record.fields.id, categoriesToJson(record.fields.categories));
       }
     }
-    return documentOf(model.outputKey + kLegacyCategoriesTable, table);
+    return newObject((model.outputKey + kLegacyCategoriesTable).c_str(), table);
   }));
 }
 

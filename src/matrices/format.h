@@ -34,6 +34,9 @@ inline constexpr const char* kMatrixPorts = "ports";
 inline constexpr const char* kPortName = "port";
 inline constexpr const char* kPortLabel = "label";
 
+// What a port string's number of a channel follows.
+inline constexpr std::string_view kChannelPrefix = "ch";
+
 // An entry of the lists of available ports and of the port labels.
 inline constexpr const char* kEntryKey = "k";
 inline constexpr const char* kEntryValue = "v";

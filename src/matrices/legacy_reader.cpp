@@ -6,6 +6,7 @@
 
 #include "app/error.h"
 #include "app/stage_timer.h"
+#include "app/text.h"
 #include "json/access.h"
 #include "matrices/format.h"
 
@@ -63,9 +64,7 @@ std::int32_t typeOf(const JsonValue& matrix) {
 }
 
 /// Kept on purpose: a label that merely begins with the whole port string is no alias.
-bool isAlias(std::string_view label, std::string_view port) {
-  return label.substr(0, port.size()) != port;
-}
+bool isAlias(std::string_view label, std::string_view port) { return !beginsWith(label, port); }
 
 void addPortLabel(MatricesModel& model, std::string_view port, std::string_view label) {
   const std::size_t dot = port.find('.');

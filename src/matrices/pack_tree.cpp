@@ -7,6 +7,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "app/text.h"
+
 namespace quenfold::packing {
 namespace {
 
@@ -88,10 +90,6 @@ RangeList rangesOf(const PortClass& portClass) {
     widen(ranges.findOrAppend(port->name, [port] { return PortRange{port->name}; }), port->id);
   }
   return ranges;
-}
-
-bool beginsWith(std::string_view text, std::string_view beginning) {
-  return text.substr(0, beginning.size()) == beginning;
 }
 
 /// The port string up to and including the "." behind its type.

@@ -141,7 +141,7 @@ void PortPrinter::startBlock(std::string_view device, const PortBlock& block) {
   pattern_ = splitPattern(block.group->port);
   text_.assign(device).append(".").append(block.slot).append(".");
   head_ = text_.size();
-  tail_.assign(".").append(block.type).append(".ch");
+  tail_.assign(".").append(block.type).append(".").append(kChannelPrefix);
 }
 
 void PortPrinter::startPort(std::int32_t port) {

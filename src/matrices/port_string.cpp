@@ -16,13 +16,11 @@ constexpr std::array<std::string_view, 9> kSourcePrefixes = {
     "layout:", "mixer-out[", "mixerd-out[", "virt-in["};
 constexpr std::array<std::string_view, 7> kDestinationPrefixes = {
     "out[", "AUXA-out[", "AUXB-out[", "pip", "head", "mixer-in[", "virt-out["};
-constexpr std::string_view kChannelPrefix = "ch";
 
 template <std::size_t Count>
 bool beginsWithAny(std::string_view name, const std::array<std::string_view, Count>& prefixes) {
-  return std::any_of(prefixes.begin(), prefixes.end(), [name](std::string_view prefix) {
-    return name.substr(0, prefix.size()) == prefix;
-  });
+  return std::any_of(prefixes.begin(), prefixes.end(),
+                     [name](std::string_view prefix) { return beginsWith(name, prefix); });
 }
 
 std::int32_t parseNumber(std::string_view text) {
@@ -44,7 +42,7 @@ std::string_view takePart(std::string_view& rest) {
 }  // namespace
 
 std::int32_t parseChannel(std::string_view text) {
-  if (text.size() < 3 || text.substr(0, kChannelPrefix.size()) != kChannelPrefix) {
+  if (text.size() < 3 || !beginsWith(text, kChannelPrefix)) {
     throw runtimeError("Bad ch string");
   }
   return parseNumber(text.substr(kChannelPrefix.size()));
