@@ -1,4 +1,4 @@
-# The three libraries, taken from the distribution's packages as system headers.
+# The libraries, taken from the distribution's packages as system headers.
 option(QUENFOLD_STATIC_RUNTIME "Link the C++ runtime and fmt into the program" OFF)
 
 find_package(fmt REQUIRED)
@@ -18,3 +18,8 @@ find_library(CJSON_LIBRARY cjson REQUIRED)
 add_library(quenfold_cjson INTERFACE)
 target_include_directories(quenfold_cjson SYSTEM INTERFACE ${CJSON_INCLUDE_DIR})
 target_link_libraries(quenfold_cjson INTERFACE ${CJSON_LIBRARY})
+
+# All of it is in its header.
+find_path(XXHASH_INCLUDE_DIR xxhash.h REQUIRED)
+add_library(quenfold_xxhash INTERFACE)
+target_include_directories(quenfold_xxhash SYSTEM INTERFACE ${XXHASH_INCLUDE_DIR})

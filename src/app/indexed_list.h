@@ -6,35 +6,33 @@
 #include <functional>
 #include <limits>
 #include <memory>
-#include <string_view>
 #include <utility>
 #include <vector>
 
+#include "app/key_hash.h"
+
 namespace quenfold {
 
-inline std::size_t hashOf(std::string_view text) { return std::hash<std::string_view>()(text); }
-inline std::size_t hashOf(std::int32_t number) { return std::hash<std::int32_t>()(number); }
-
 /// A list in insertion order whose items are found by a key: `keyOf` is a member pointer or a
-/// function that gives an item's key, `hashOf` its hash. A short list is searched from its front;
-/// beside a longer one stands an index, so that finding and appending take constant time. The item
-/// found is the first with that key, provided that no two were appended with the same one. An
-/// item's key must not change as long as the list is searched. The distribution's ordered hash map
-/// (libtsl-ordered-map-dev) was tried: equal for the port labels, 45 % dearer for the many tiny
-/// lists of the tree.
+/// function that gives an item's key, `hashOf` its hash of 32 bits. A short list is searched from
+/// its front; beside a longer one stands an index, so that finding and appending take constant
+/// time. The item found is the first with that key, provided that no two were appended with the
+/// same one. An item's key must not change as long as the list is searched. The distribution's
+/// ordered hash map (libtsl-ordered-map-dev) was tried: equal for the port labels, 45 % dearer for
+/// the many tiny lists of the tree.
 template <typename Item, auto keyOf>
 class IndexedList {
  public:
   /// The item with that key, or null. Valid until the next append.
   template <typename Key>
   Item* find(const Key& key) {
-    const std::size_t position = index_ ? indexed(key, spreadHash(key)) : searched(key);
+    const std::size_t position = index_ ? indexed(key, hashOf(key)) : searched(key);
     return position == items_.size() ? nullptr : &items_[position];
   }
 
   /// The new item; valid until the next append. Its key must not be in the list yet.
   Item& append(Item item) {
-    const std::uint32_t hash = index_ ? spreadHash(std::invoke(keyOf, item)) : kNoHash;
+    const std::uint32_t hash = index_ ? hashOf(std::invoke(keyOf, item)) : kNoHash;
     return appendHashed(std::move(item), hash);
   }
 
@@ -95,7 +93,7 @@ class IndexedList {
     if (keyAt(index_->lastFound) == key) {
       return {index_->lastFound, kNoHash};
     }
-    const std::uint32_t hash = spreadHash(key);
+    const std::uint32_t hash = hashOf(key);
     return {indexed(key, hash), hash};
   }
 
@@ -106,13 +104,6 @@ class IndexedList {
       ++position;
     }
     return position;
-  }
-
-  /// By the golden ratio, so that regular hashes spread as well: the upper bits tell the place.
-  template <typename Key>
-  static std::uint32_t spreadHash(const Key& key) {
-    constexpr std::uint64_t kRatio = 0x9E3779B97F4A7C15;
-    return static_cast<std::uint32_t>((hashOf(key) * kRatio) >> 32U);
   }
 
   [[nodiscard]] std::size_t firstPlace(std::uint32_t hash) const {
@@ -156,7 +147,7 @@ class IndexedList {
   void buildIndex() {
     index_ = std::make_unique<Index>(kFirstBits);
     for (std::size_t position = 0; position < items_.size(); ++position) {
-      addToIndex(position, spreadHash(keyAt(position)));
+      addToIndex(position, hashOf(keyAt(position)));
     }
   }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <string>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -69,12 +68,16 @@ std::string_view PortLabelMap::keepJoined(std::string_view front, std::string_vi
   return {joined, size};
 }
 
-DeviceMapper labelOfDevice(const std::vector<DeviceLabel>& devices) {
-  std::unordered_map<std::string_view, const DeviceLabel*> byId;
+DeviceIndex indexById(const std::vector<DeviceLabel>& devices) {
+  DeviceIndex index;
   for (const DeviceLabel& device : devices) {
-    byId.emplace(device.id, &device);
+    index.emplace(device.id, &device);
   }
-  return [byId = std::move(byId)](std::string_view id) -> std::string_view {
+  return index;
+}
+
+DeviceMapper labelOfDevice(const std::vector<DeviceLabel>& devices) {
+  return [byId = indexById(devices)](std::string_view id) -> std::string_view {
     const auto known = byId.find(id);
     return known == byId.end() ? id : known->second->label;
   };

@@ -6,9 +6,11 @@
 #include <memory_resource>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "app/indexed_list.h"
+#include "app/key_hash.h"
 
 namespace quenfold {
 
@@ -60,13 +62,19 @@ class PortLabelMap {
   std::unique_ptr<Contents> contents_ = std::make_unique<Contents>();
 };
 
+/// The first device of each id. Refers to the list that it was made of, which must outlive it and
+/// stay unchanged.
+using DeviceIndex = std::unordered_map<std::string_view, const DeviceLabel*, TextHash>;
+
+DeviceIndex indexById(const std::vector<DeviceLabel>& devices);
+
 /// Gives the replacement for a port key's device part, or an empty text to leave the key as it is.
 /// What it gives may be a part of what it is given, or must last until it is called again. May be
 /// empty itself.
 using DeviceMapper = std::function<std::string_view(std::string_view)>;
 
 /// Gives a device's label for its id, and every other text back as it is; of devices with the same
-/// id the first counts. The mapper refers to the list, which must outlive it and stay unchanged.
+/// id the first counts. The mapper refers to the list as the index does.
 DeviceMapper labelOfDevice(const std::vector<DeviceLabel>& devices);
 
 /// The devices in file order, duplicates kept. Throws what `readFile` and `jsonGetString` throw,

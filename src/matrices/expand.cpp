@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <limits>
 #include <string_view>
-#include <unordered_map>
 
 #include "app/limits.h"
 #include "matrices/port_printer.h"
@@ -16,17 +15,6 @@ namespace {
 std::uint64_t lengthOf(std::int32_t first, std::int32_t last) {
   const std::int64_t length = std::int64_t{last} - first + 1;
   return static_cast<std::uint64_t>(std::max<std::int64_t>(length, 0));
-}
-
-/// Device key to its first label record.
-using DeviceIndex = std::unordered_map<std::string_view, const DeviceLabel*>;
-
-DeviceIndex indexById(const std::vector<DeviceLabel>& deviceLabels) {
-  DeviceIndex index;
-  for (const DeviceLabel& device : deviceLabels) {
-    index.emplace(device.id, &device);
-  }
-  return index;
 }
 
 /// A device without a record keeps its key as its name and has no serial and no ID.

@@ -4,40 +4,12 @@
 
 #include <algorithm>
 #include <iostream>
-#include <unordered_map>
 #include <utility>
 
 #include "app/text.h"
 
 namespace quenfold::packing {
 namespace {
-
-bool sameLayout(const Layout& a, const Layout& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](const TypeChannels& left, const TypeChannels& right) {
-                      return left.type == right.type &&
-                             std::equal(left.channels.begin(), left.channels.end(),
-                                        right.channels.begin(), right.channels.end());
-                    });
-}
-
-struct LayoutHash {
-  std::size_t operator()(const Layout* layout) const {
-    std::size_t hash = 0;
-    const auto mix = [&hash](std::size_t value) { hash = hash * 31 + value; };
-    for (const TypeChannels& type : *layout) {
-      mix(hashOf(type.type));
-      for (const std::int32_t channel : type.channels) {
-        mix(hashOf(channel));
-      }
-    }
-    return hash;
-  }
-};
-
-struct LayoutEqual {
-  bool operator()(const Layout* a, const Layout* b) const { return sameLayout(*a, *b); }
-};
 
 /// Ports first to last of one pattern; 0 means not set yet.
 struct PortRange {
@@ -52,24 +24,18 @@ struct PortClass {
   std::vector<const PortString*> ports;
 };
 
-/// The ports of each layout, in order of appearance.
-class PortClasses {
- public:
-  void add(const PackPort& port) {
-    const auto [entry, isNew] = positions_.try_emplace(&port.types, classes_.size());
-    if (isNew) {
-      classes_.push_back({&port.types, {}});
-    }
-    classes_[entry->second].ports.push_back(&port.port);
+const Layout& layoutOf(const PortClass& portClass) { return *portClass.types; }
+
+using PortClasses = IndexedList<PortClass, layoutOf>;
+
+PortClasses classesOf(const PackSlot& slot) {
+  PortClasses classes;
+  for (const PackPort& port : slot.ports) {
+    const auto make = [&port] { return PortClass{&port.types, {}}; };
+    classes.findOrAppend(port.types, make).ports.push_back(&port.port);
   }
-
-  [[nodiscard]] auto begin() const { return classes_.begin(); }
-  [[nodiscard]] auto end() const { return classes_.end(); }
-
- private:
-  std::vector<PortClass> classes_;
-  std::unordered_map<const Layout*, std::size_t, LayoutHash, LayoutEqual> positions_;
-};
+  return classes;
+}
 
 /// Kept on purpose: 0 counts as not set, so a port 0 is overwritten by the next number, and the
 /// end is compared with `first`, so it is the last number above the smallest so far.
@@ -116,7 +82,30 @@ ChannelList& channelsOf(PackPort& port, std::string_view type) {
   return port.types.findOrAppend(type, [&] { return TypeChannels{type, {}}; }).channels;
 }
 
+std::string_view bytesOf(const ChannelList& channels) {
+  return channels.empty() ? std::string_view()
+                          : std::string_view(reinterpret_cast<const char*>(&channels[0]),
+                                             channels.size() * sizeof channels[0]);
+}
+
 }  // namespace
+
+bool operator==(const Layout& a, const Layout& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](const TypeChannels& left, const TypeChannels& right) {
+                      return left.type == right.type &&
+                             bytesOf(left.channels) == bytesOf(right.channels);
+                    });
+}
+
+std::uint32_t hashOf(const Layout& layout) {
+  std::uint32_t hash = 0;
+  for (const TypeChannels& type : layout) {
+    hash = hash * 31 + quenfold::hashOf(type.type);
+    hash = hash * 31 + quenfold::hashOf(bytesOf(type.channels));
+  }
+  return hash;
+}
 
 void addChannel(ChannelList& channels, const SplitPort& port) {
   if (channels.find(port.ch) == nullptr) {
@@ -152,12 +141,8 @@ void addPort(DeviceList& devices, PortCursor& cursor, std::string_view portText)
 }
 
 void consolidate(PackSlot& slot) {
-  PortClasses classes;
-  for (const PackPort& port : slot.ports) {
-    classes.add(port);
-  }
   slot.groups.clear();
-  for (const PortClass& portClass : classes) {
+  for (const PortClass& portClass : classesOf(slot)) {
     for (const PortRange& range : rangesOf(portClass)) {
       slot.groups.push_back(
           {range.name, range.first, range.last, portClass.types, classifyPortType(range.name)});

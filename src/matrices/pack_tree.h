@@ -26,6 +26,10 @@ struct TypeChannels {
 /// The types of one port: its layout.
 using Layout = IndexedList<TypeChannels, &TypeChannels::type>;
 
+/// The same types with the same channels, all in the same order.
+bool operator==(const Layout& a, const Layout& b);
+std::uint32_t hashOf(const Layout& layout);
+
 struct PackPort {
   PortString port;
   Layout types;

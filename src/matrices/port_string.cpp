@@ -4,7 +4,7 @@
 #include <array>
 
 #include "app/error.h"
-#include "app/indexed_list.h"
+#include "app/key_hash.h"
 #include "app/text.h"
 
 namespace quenfold {
@@ -63,7 +63,7 @@ SplitPort splitPort(std::string_view portText) {
   return parts;
 }
 
-std::size_t hashOf(const PortString& port) {
+std::uint32_t hashOf(const PortString& port) {
   return hashOf(std::string_view(port.name)) ^ hashOf(port.id);
 }
 

@@ -35,7 +35,7 @@ struct PortString {
 inline bool operator==(const PortString& a, const PortString& b) {
   return a.id == b.id && a.name == b.name;
 }
-std::size_t hashOf(const PortString& port);
+std::uint32_t hashOf(const PortString& port);
 
 /// Throws "PortString '[' not found", "PortString ']' not found" or "PortString number error".
 PortString parsePortString(std::string_view portPart);

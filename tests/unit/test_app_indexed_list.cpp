@@ -4,6 +4,7 @@
 #include <string>
 
 #include "app/indexed_list.h"
+#include "support/colliding_keys.h"
 
 namespace quenfold {
 namespace {
@@ -82,7 +83,7 @@ TEST(IndexedList, HoldsNumbers) {
 /// Keys of one hash.
 enum class Colliding { kFirst, kLast = 39 };
 
-std::size_t hashOf(Colliding /*key*/) { return 7; }
+std::uint32_t hashOf(Colliding /*key*/) { return 7; }
 
 Colliding sameKey(Colliding key) { return key; }
 
@@ -102,28 +103,36 @@ TEST(IndexedList, TellsKeysOfOneHashApart) {
 }
 
 /// A key that counts how often it is compared and hashed.
-struct CountedKey {
-  std::int32_t value = 0;
+template <typename Value>
+struct Counted {
+  Value value{};
   static inline std::size_t comparisons = 0;
   static inline std::size_t hashes = 0;
 };
+using CountedKey = Counted<std::int32_t>;
+using CountedText = Counted<std::string>;
 
-bool operator==(const CountedKey& a, const CountedKey& b) {
-  ++CountedKey::comparisons;
+template <typename Value>
+bool operator==(const Counted<Value>& a, const Counted<Value>& b) {
+  ++Counted<Value>::comparisons;
   return a.value == b.value;
 }
 
-std::size_t hashOf(const CountedKey& key) {
-  ++CountedKey::hashes;
+template <typename Value>
+std::uint32_t hashOf(const Counted<Value>& key) {
+  ++Counted<Value>::hashes;
   return quenfold::hashOf(key.value);
 }
 
-const CountedKey& itself(const CountedKey& key) { return key; }
+template <typename Key>
+const Key& itself(const Key& key) {
+  return key;
+}
 
 TEST(IndexedList, ComparesAsOftenForEachOfManyItemsAsForEachOfFew) {
   const auto comparisonsPerItem = [](std::int32_t count) {
     CountedKey::comparisons = 0;
-    IndexedList<CountedKey, itself> list;
+    IndexedList<CountedKey, itself<CountedKey>> list;
     for (int round = 0; round < 2; ++round) {
       for (std::int32_t i = count; i > 0; --i) {
         list.findOrAppend(CountedKey{i}, [i] { return CountedKey{i}; });
@@ -136,8 +145,19 @@ TEST(IndexedList, ComparesAsOftenForEachOfManyItemsAsForEachOfFew) {
   EXPECT_LE(comparisonsPerItem(100000), comparisonsPerItem(1000));
 }
 
+TEST(IndexedList, ComparesKeysThatWereMadeToCollideNoMoreThanOthers) {
+  constexpr std::size_t kKeys = 2000;
+  CountedText::comparisons = 0;
+  IndexedList<CountedText, itself<CountedText>> list;
+  for (const std::string& text : test::WordsOfOneHash::make(kKeys)) {
+    list.findOrAppend(CountedText{text}, [&text] { return CountedText{text}; });
+  }
+  ASSERT_EQ(list.size(), kKeys);
+  EXPECT_LE(CountedText::comparisons / kKeys, 2U);
+}
+
 TEST(IndexedList, HashesNoKeyOfAShortListAndEachOfALongOneOnce) {
-  IndexedList<CountedKey, itself> list;
+  IndexedList<CountedKey, itself<CountedKey>> list;
   const auto appendOrFind = [&list](std::int32_t value) {
     list.findOrAppend(CountedKey{value}, [value] { return CountedKey{value}; });
   };

@@ -8,6 +8,7 @@
 #include "app/limits.h"
 #include "app/stage_timer.h"
 #include "json/label_files.h"
+#include "support/colliding_keys.h"
 #include "support/scratch.h"
 
 namespace quenfold {
@@ -51,6 +52,26 @@ TEST(ParseDeviceLabels, KeepsFileOrderAndDuplicates) {
   EXPECT_EQ(labels[1].label, "");
   EXPECT_EQ(labels[1].serial, "S2");
   EXPECT_EQ(labels[2].label, "Other");
+}
+
+TEST(IndexById, GivesTheFirstDeviceOfAnId) {
+  const std::vector<DeviceLabel> devices = {{"B", "Box", "S1"}, {"A", "", "S2"}, {"B", "C", "S3"}};
+  const DeviceIndex index = indexById(devices);
+  ASSERT_EQ(index.size(), 2U);
+  EXPECT_EQ(index.at("A"), &devices[1]);
+  EXPECT_EQ(index.at("B"), &devices[0]);
+}
+
+TEST(IndexById, SpreadsIdsMadeToCollide) {
+  std::vector<DeviceLabel> devices;
+  for (const std::string& id : test::WordsOfOneHash::make(2000)) {
+    devices.push_back({id, "", ""});
+  }
+  const DeviceIndex index = indexById(devices);
+  ASSERT_EQ(index.size(), devices.size());
+  for (std::size_t bucket = 0; bucket < index.bucket_count(); ++bucket) {
+    EXPECT_LE(index.bucket_size(bucket), 16U);
+  }
 }
 
 TEST(ParseDeviceLabels, AcceptsAnEmptyList) {

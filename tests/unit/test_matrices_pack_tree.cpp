@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "matrices/pack_tree.h"
+#include "support/colliding_keys.h"
 #include "support/scratch.h"
 
 namespace quenfold::packing {
@@ -212,6 +213,33 @@ TEST(Consolidate, OrdersByClassThenByPattern) {
   EXPECT_EQ(groupsOf({"d.s.in[1].a.ch1", "d.s.out[1].b.ch1", "d.s.pip[1].a.ch1", "d.s.in[2].b.ch1",
                       "d.s.in[3].a.ch1"}),
             "in[] 1-3 s a:1,;pip[] 1-1 d a:1,;out[] 1-1 d b:1,;in[] 2-2 s b:1,;");
+}
+
+/// The layout of one type with these channels.
+Layout layoutWith(std::initializer_list<std::int32_t> channels) {
+  Layout layout;
+  TypeChannels& type = layout.append({"t", {}});
+  for (const std::int32_t channel : channels) {
+    type.channels.append(channel);
+  }
+  return layout;
+}
+
+TEST(LayoutHash, IsThatOfTypesAndChannelsInTheirOrder) {
+  EXPECT_EQ(hashOf(layoutWith({1, 2})), hashOf(layoutWith({1, 2})));
+  EXPECT_NE(hashOf(layoutWith({1, 2})), hashOf(layoutWith({2, 1})));
+  EXPECT_NE(hashOf(layoutWith({1, 2})), hashOf(layoutWith({1})));
+  EXPECT_EQ(hashOf(layoutWith({})), hashOf(layoutWith({})));
+}
+
+// A sum of channels times powers of a factor would be the same for all of these.
+TEST(LayoutHash, SpreadsLayoutsMadeToCollide) {
+  constexpr std::int32_t kLayouts = 2000;
+  std::vector<std::uint32_t> hashes;
+  for (std::int32_t i = 0; i < kLayouts; ++i) {
+    hashes.push_back(hashOf(layoutWith({i, 31 * (kLayouts - i)})));
+  }
+  EXPECT_LE(test::largestCrowd(hashes), 16U);
 }
 
 // The numbers below need not be contiguous; each list is worked out by the rule of `widen`.
