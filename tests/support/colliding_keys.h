@@ -24,9 +24,8 @@ class WordsOfOneHash {
     for (std::uint64_t number = 0; texts.size() < count; ++number) {
       const std::uint64_t first = wordOfLetters(number);
       const std::uint64_t second = unscramble(kEnd ^ (kStart ^ scramble(first)) * kFactor);
-      std::string text = bytesOf(first) + bytesOf(second);
-      if (std::all_of(text.begin(), text.end(), isPlain)) {
-        texts.push_back(std::move(text));
+      if (isPlain(second)) {
+        texts.push_back(bytesOf(first) + bytesOf(second));
       }
     }
     return texts;
@@ -58,7 +57,15 @@ class WordsOfOneHash {
     std::memcpy(bytes.data(), &word, sizeof word);
     return bytes;
   }
-  static bool isPlain(char c) { return c >= ' ' && c <= '~' && c != '"' && c != '\\'; }
+  static constexpr bool isPlain(std::uint64_t word) {
+    for (unsigned byteNumber = 0; byteNumber < 8; ++byteNumber, word >>= 8U) {
+      const std::uint64_t byte = word & 0xFFU;
+      if (byte < ' ' || byte > '~' || byte == '"' || byte == '\\') {
+        return false;
+      }
+    }
+    return true;
+  }
 };
 
 /// Distinct numbers whose products by the golden ratio, a usual way to spread them, have the same
