@@ -30,7 +30,8 @@ class IndexedList {
     return position == items_.size() ? nullptr : &items_[position];
   }
 
-  /// The new item; valid until the next append. Its key must not be in the list yet.
+  /// The new item; valid until the next append. Its key must not be in the list yet. Where memory
+  /// runs out the list stays as it was.
   Item& append(Item item) {
     const std::uint32_t hash = index_ ? hashOf(std::invoke(keyOf, item)) : kNoHash;
     return appendHashed(std::move(item), hash);
@@ -132,16 +133,24 @@ class IndexedList {
     if (items_.capacity() == 0) {
       items_.reserve(kFirstItems);
     }
+    makeIndexRoom();
+    if (index_ && items_.size() == kSearched) {
+      hash = hashOf(std::invoke(keyOf, item));
+    }
     items_.push_back(std::move(item));
-    if (!index_ && items_.size() > kSearched) {
-      buildIndex();
-    } else if (index_) {
-      if (2 * items_.size() > index_->places.size()) {
-        growIndex();
-      }
+    if (index_) {
       addToIndex(items_.size() - 1, hash);
     }
     return items_.back();
+  }
+
+  /// For one item more: what may fail comes before the item is in the list.
+  void makeIndexRoom() {
+    if (!index_ && items_.size() == kSearched) {
+      buildIndex();
+    } else if (index_ && 2 * (items_.size() + 1) > index_->places.size()) {
+      growIndex();
+    }
   }
 
   void buildIndex() {

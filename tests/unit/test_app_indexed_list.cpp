@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <new>
 #include <string>
 
 #include "app/indexed_list.h"
 #include "support/colliding_keys.h"
+#include "support/failing_new.h"
 
 namespace quenfold {
 namespace {
@@ -79,6 +81,46 @@ TEST(IndexedList, HoldsNumbers) {
   EXPECT_EQ(numbers.find(-40), nullptr);
   EXPECT_EQ(numbers[0], 40);
 }
+
+#if QUENFOLD_FAILING_NEW
+using NumberList = IndexedList<std::int32_t, sameNumber>;
+
+/// Whether memory runs out when the number is appended with so many requests granted.
+bool appendFails(NumberList& list, std::int32_t number, std::size_t requestsAllowed) {
+  const test::FailingNew failing(requestsAllowed);
+  try {
+    list.append(number);
+    return false;
+  } catch (const std::bad_alloc&) {
+    return true;
+  }
+}
+
+void expectNumbersUpTo(NumberList& list, std::int32_t last) {
+  ASSERT_EQ(list.size(), static_cast<std::size_t>(last));
+  for (std::int32_t number = 1; number <= last; ++number) {
+    ASSERT_NE(list.find(number), nullptr) << number << " of " << last;
+    ASSERT_EQ(*list.find(number), number);
+  }
+  ASSERT_EQ(list.find(last + 1), nullptr);
+}
+
+TEST(IndexedList, StaysAsItWasWhereMemoryEndsInAnAppend) {
+  NumberList list;
+  std::size_t failures = 0;
+  for (std::int32_t number = 1; number <= 300; ++number) {
+    std::size_t granted = 0;
+    for (; appendFails(list, number, granted); ++granted) {
+      ++failures;
+      ASSERT_NO_FATAL_FAILURE(expectNumbersUpTo(list, number - 1));
+    }
+    ASSERT_NO_FATAL_FAILURE(expectNumbersUpTo(list, number));
+  }
+  // The items grow at 1, 7, 13, 25, ... of them, the index at 17, 33, 65, 129 and 257, two requests
+  // each.
+  EXPECT_EQ(failures, 17U);
+}
+#endif
 
 /// Keys of one hash.
 enum class Colliding { kFirst, kLast = 39 };
