@@ -27,8 +27,10 @@ Conversion matricesPack() {
   conversion.outputs = {"out/dbpack_deviceLabels.json", "out/dbpack_matrices.json",
                         "out/dbpack_matricesInternalDetails.json", "out/dbpack_portLabels.json",
                         "out/empty"};
-  conversion.notice = "Using empty data";
-  conversion.optionalInputs = {"in/matrices.json"};
+  conversion.optionalInputs = {
+      {"in/matrices.json",
+       "Error loading in/matrices.json : {}. Using empty data\n"
+       "Error decoding matrices.json: matrices.json root object is not array.\n"}};
   return conversion;
 }
 
@@ -76,9 +78,11 @@ Conversion logicalIOUnpack() {
                           "-s", "packed", "-i",        "logicalSources",
                           "-d", "out",    "-o",        "sources.json"};
   conversion.outputs = {"out/sources.json", "out/sources.json.hash"};
-  conversion.notice = "Assuming monolithic file";
-  conversion.optionalInputs = {"packed/logicalSourcesLabels.json",
-                               "packed/logicalSourcesLegacyCategories.json"};
+  conversion.optionalInputs = {
+      {"packed/logicalSourcesLabels.json",
+       "Error parsing Label map: {} - Assuming monolithic file.\n"},
+      {"packed/logicalSourcesLegacyCategories.json",
+       "Error parsing Legacy Category map: {} - Assuming monolithic file.\n"}};
   return conversion;
 }
 
@@ -103,14 +107,14 @@ std::string hidden(const std::string& path) { return path + ".away"; }
 RunResult runWithout(unsigned missing, const Conversion& conversion, const RunPlan& plan) {
   for (std::size_t i = 0; i < conversion.optionalInputs.size(); ++i) {
     if ((missing >> i & 1U) != 0) {
-      fs::rename(conversion.optionalInputs[i], hidden(conversion.optionalInputs[i]));
+      fs::rename(conversion.optionalInputs[i].path, hidden(conversion.optionalInputs[i].path));
     }
   }
   resetOutputs(conversion);
   RunResult result = runProgram(plan);
-  for (const std::string& path : conversion.optionalInputs) {
-    if (fs::exists(hidden(path))) {
-      fs::rename(hidden(path), path);
+  for (const OptionalInput& input : conversion.optionalInputs) {
+    if (fs::exists(hidden(input.path))) {
+      fs::rename(hidden(input.path), input.path);
     }
   }
   return result;

@@ -8,14 +8,19 @@
 
 namespace quenfold::faults {
 
-/// One of the program's conversions on the small database, in a folder with the legacy files in
-/// "in" and the packed ones in "packed".
+/// An input whose lack does not end the run.
+struct OptionalInput {
+  std::string path;
+  std::string notice;  // the lines on standard error, with {} in place of what is wrong with it
+};
+
+/// One of the program's conversions on a database, in a folder with the legacy files in "in" and
+/// the packed ones in "packed".
 struct Conversion {
   std::string name;
   std::vector<std::string> arguments;
   std::vector<std::string> outputs;  // paths in the order of writing
-  std::string notice;                // what stands for an optional input that cannot be read
-  std::vector<std::string> optionalInputs;
+  std::vector<OptionalInput> optionalInputs;
   std::string standardInput = "/dev/null";
   bool writesStandardOutput = false;
   bool createsFolder = false;  // the outputs' folder does not exist before the run
@@ -38,9 +43,8 @@ Leftovers leftoversOf(const Conversion& conversion, const RunResult& result);
 /// The outputs as `resetOutputs` left them, with nothing printed.
 Leftovers untouched(const Conversion& conversion);
 
-/// What the run is right to leave behind: all results of fault-free runs, the first with every
-/// input in place, the others with some optional ones missing. Throws a runtime error when the
-/// first fails.
+/// What the run is right to leave behind when those optional inputs are missing whose bit is set in
+/// the index: the results of fault-free runs. Throws a runtime error when one fails.
 std::vector<Leftovers> rightLeftovers(const Conversion& conversion, const RunPlan& plan);
 
 }  // namespace quenfold::faults

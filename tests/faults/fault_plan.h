@@ -4,13 +4,17 @@
 
 namespace quenfold::faults {
 
-/// The environment variable that asks for a fault: "<call> <n> <once|on> <error>". The n-th call of
-/// that kind after main began fails, and with "on" every later one too. The kinds are "alloc",
-/// "open", "read", "write", "close", "stat" and "mkdir". The error is an errno number, or 0 for a
-/// read or write of one byte only.
+/// The environment variable that asks for a fault: "<call> <n> <times> <error>". From the n-th call
+/// of that kind after main began so many in a row fail, or with "on" all. The kinds are "alloc",
+/// "open", "read", "write", "close", "stat" and "mkdir". The error is an errno number, or -N for a
+/// read or write of at most N bytes.
 inline constexpr const char* kFaultVariable = "QUENFOLD_FAULT";
 
-/// The descriptor that gets a byte when the fault strikes for the first time.
+/// The descriptor that is told each time the fault strikes: a line with the path of the file, as it
+/// is opened or else from the root, "standard input" or "standard output"; empty for an allocation.
 inline constexpr int kMarkDescriptor = 100;
+
+/// Not told beyond that: a run that breaks off is done by then.
+inline constexpr int kMostMarks = 16;
 
 }  // namespace quenfold::faults

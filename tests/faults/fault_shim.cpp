@@ -8,79 +8,31 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstdarg>
 #include <cstddef>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 
-#include "faults/fault_plan.h"
+#include "faults/fault_strike.h"
 
 // The names are the C library's, with its signatures.
 // NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming,*-no-malloc,*-vararg,readability-function-size)
 
+using namespace quenfold::faults;
+
 namespace {
-
-struct Fault {
-  std::array<char, 16> call{};
-  unsigned long number = 0;
-  bool on = false;
-  int error = 0;
-};
-
-Fault fault;
-bool armed = false;
-unsigned long calls = 0;
-
-void readPlan() {
-  const char* const plan = std::getenv(quenfold::faults::kFaultVariable);
-  std::array<char, 8> mode{};
-  if (plan == nullptr || std::sscanf(plan, "%15s %lu %7s %d", fault.call.data(), &fault.number,
-                                     mode.data(), &fault.error) != 4) {
-    std::abort();
-  }
-  fault.on = std::strcmp(mode.data(), "on") == 0;
-}
-
-/// Whether this call is to fail; errno is then set.
-bool strikes(const char* call) {
-  if (!armed || std::strcmp(call, fault.call.data()) != 0) {
-    return false;
-  }
-  ++calls;
-  if (calls != fault.number && !(fault.on && calls > fault.number)) {
-    return false;
-  }
-  if (calls == fault.number) {
-    syscall(SYS_write, quenfold::faults::kMarkDescriptor, "!", 1);
-  }
-  errno = fault.error;
-  return true;
-}
 
 template <typename Function>
 Function next(Function /*self*/, const char* name) {
   return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
 
-/// How much of a read or write is done: all of it, one byte, or -1 for none.
-ssize_t grantedSize(const char* call, size_t size) {
-  if (!strikes(call)) {
-    return static_cast<ssize_t>(size);
-  }
-  return fault.error != 0 ? -1 : 1;
-}
-
 using Main = int (*)(int, char**, char**);
 Main programMain = nullptr;
 
 int armedMain(int argc, char** argv, char** environment) {
-  readPlan();
-  armed = true;
+  arm();
   const int status = programMain(argc, argv, environment);
-  armed = false;
+  disarm();
   return status;
 }
 
@@ -102,14 +54,14 @@ int __libc_start_main(Main start, int argc, char** argv, void (*init)(), void (*
                                                        atLoaderEnd, stackEnd);
 }
 
-void* malloc(size_t size) { return strikes("alloc") ? nullptr : __libc_malloc(size); }
+void* malloc(size_t size) { return strikesAllocation() ? nullptr : __libc_malloc(size); }
 
 void* calloc(size_t count, size_t size) {
-  return strikes("alloc") ? nullptr : __libc_calloc(count, size);
+  return strikesAllocation() ? nullptr : __libc_calloc(count, size);
 }
 
 void* realloc(void* memory, size_t size) {
-  return strikes("alloc") ? nullptr : __libc_realloc(memory, size);
+  return strikesAllocation() ? nullptr : __libc_realloc(memory, size);
 }
 
 int open(const char* path, int flags, ...) {
@@ -117,7 +69,7 @@ int open(const char* path, int flags, ...) {
   va_start(arguments, flags);
   const mode_t mode = va_arg(arguments, mode_t);
   va_end(arguments);
-  return strikes("open") ? -1 : openat(AT_FDCWD, path, flags, mode);
+  return strikes("open", path) ? -1 : openat(AT_FDCWD, path, flags, mode);
 }
 
 int open64(const char* path, int flags, ...) {
@@ -125,11 +77,11 @@ int open64(const char* path, int flags, ...) {
   va_start(arguments, flags);
   const mode_t mode = va_arg(arguments, mode_t);
   va_end(arguments);
-  return strikes("open") ? -1 : openat(AT_FDCWD, path, flags, mode);
+  return strikes("open", path) ? -1 : openat(AT_FDCWD, path, flags, mode);
 }
 
 ssize_t read(int descriptor, void* buffer, size_t size) {
-  const ssize_t granted = grantedSize("read", size);
+  const ssize_t granted = grantedSize("read", descriptor, size);
   return granted < 0 ? -1 : syscall(SYS_read, descriptor, buffer, granted);
 }
 
@@ -139,34 +91,37 @@ ssize_t __read_chk(int descriptor, void* buffer, size_t size, size_t /*room*/) {
 }
 
 ssize_t write(int descriptor, const void* buffer, size_t size) {
-  const ssize_t granted = grantedSize("write", size);
+  const ssize_t granted = grantedSize("write", descriptor, size);
   return granted < 0 ? -1 : syscall(SYS_write, descriptor, buffer, granted);
 }
 
 /// The descriptor is closed all the same, as the system does.
 int close(int descriptor) {
+  const bool fails = strikes("close", descriptor);
+  const int error = errno;
   const long result = syscall(SYS_close, descriptor);
-  return strikes("close") ? -1 : static_cast<int>(result);
+  errno = fails ? error : errno;
+  return fails ? -1 : static_cast<int>(result);
 }
 
 int stat(const char* path, struct stat* status) {
-  return strikes("stat") ? -1 : next(&stat, "stat")(path, status);
+  return strikes("stat", path) ? -1 : next(&stat, "stat")(path, status);
 }
 
 int stat64(const char* path, struct stat64* status) {
-  return strikes("stat") ? -1 : next(&stat64, "stat64")(path, status);
+  return strikes("stat", path) ? -1 : next(&stat64, "stat64")(path, status);
 }
 
 int fstat(int descriptor, struct stat* status) {
-  return strikes("stat") ? -1 : next(&fstat, "fstat")(descriptor, status);
+  return strikes("stat", descriptor) ? -1 : next(&fstat, "fstat")(descriptor, status);
 }
 
 int fstat64(int descriptor, struct stat64* status) {
-  return strikes("stat") ? -1 : next(&fstat64, "fstat64")(descriptor, status);
+  return strikes("stat", descriptor) ? -1 : next(&fstat64, "fstat64")(descriptor, status);
 }
 
 int mkdir(const char* path, mode_t mode) {
-  return strikes("mkdir") ? -1 : next(&mkdir, "mkdir")(path, mode);
+  return strikes("mkdir", path) ? -1 : next(&mkdir, "mkdir")(path, mode);
 }
 }
 

@@ -1,6 +1,6 @@
 #include "faults/outcome.h"
 
-#include <algorithm>
+#include <sstream>
 #include <string_view>
 
 namespace quenfold::faults {
@@ -17,10 +17,16 @@ bool beginsWith(std::string_view text, std::string_view beginning) {
   return text.substr(0, beginning.size()) == beginning;
 }
 
-bool hasMessage(const RunResult& result, const Expectation& expectation) {
-  return std::any_of(
-      expectation.messages.begin(), expectation.messages.end(),
-      [&](const std::string& message) { return beginsWith(lastLine(result.err), message); });
+/// The lines that tell of a fault in an input; not those that a missing label leads to later.
+std::string noticesIn(const std::string& text) {
+  std::string notices;
+  std::istringstream lines(text);
+  for (std::string line; std::getline(lines, line);) {
+    if (beginsWith(line, "Error ") && !beginsWith(line, "Error loading label for id:")) {
+      notices += line + "\n";
+    }
+  }
+  return notices;
 }
 
 const std::string* find(const Leftovers& leftovers, const std::string& path) {
@@ -37,63 +43,62 @@ bool cutShort(const std::string* bytes, const std::string* goal) {
   return bytes != nullptr && goal != nullptr && beginsWith(*goal, *bytes);
 }
 
-/// Whether a failed run wrote its outputs one after the other: finished ones, at most one that is
-/// cut short, and the rest as it was.
+/// Whether the output where the run broke off is as before or cut short.
+bool brokenInside(const std::string& path, const Leftovers& left, const Leftovers& before,
+                  const Leftovers& right) {
+  const std::string* const bytes = find(left, path);
+  return same(bytes, find(before, path)) || cutShort(bytes, find(right, path));
+}
+
+/// Whether a failed run wrote its outputs one after the other: finished ones up to the broken one,
+/// and the rest as it was.
 bool brokeOffInOrder(const Conversion& conversion, const Leftovers& left, const Leftovers& right,
-                     const Expectation& expectation) {
+                     const Expectation& expected) {
   const Leftovers before = untouched(conversion);
   bool broken = false;
   for (const std::string& path : conversion.outputs) {
-    const std::string* const bytes = find(left, path);
-    if (path == expectation.unreadable) {
-      broken = true;
-    } else if (broken ? !same(bytes, find(before, path)) : !same(bytes, find(right, path))) {
-      const bool asBefore = same(bytes, find(before, path));
-      if (broken || !(asBefore || cutShort(bytes, find(right, path)))) {
+    if (path == expected.brokenOutput) {
+      if (path != expected.device && !brokenInside(path, left, before, right)) {
         return false;
       }
       broken = true;
+    } else if (!same(find(left, path), find(broken ? before : right, path))) {
+      return false;
     }
   }
-  return true;
+  return beginsWith(right.at(""), left.at(""));
 }
 
-bool nothingLost(const Conversion& conversion, const Leftovers& left,
-                 const std::vector<Leftovers>& right, const Expectation& expectation) {
-  if (expectation.outputsUntouched) {
-    return left == untouched(conversion);
-  }
-  return std::any_of(right.begin(), right.end(), [&](const Leftovers& goal) {
-    return beginsWith(goal.at(""), left.at("")) &&
-           brokeOffInOrder(conversion, left, goal, expectation);
-  });
+bool nothingLost(const Conversion& conversion, const Leftovers& left, const Leftovers& right,
+                 const Expectation& expected) {
+  return expected.brokenOutput.empty() ? left == untouched(conversion)
+                                       : brokeOffInOrder(conversion, left, right, expected);
 }
 
-bool sameButUnreadable(const Leftovers& left, Leftovers goal, const Expectation& expectation) {
-  goal.erase(expectation.unreadable.empty() ? "none" : expectation.unreadable);
+bool sameButDevice(const Leftovers& left, Leftovers goal, const Expectation& expected) {
+  goal.erase(expected.device.empty() ? "none" : expected.device);
   return left == goal;
 }
 
 }  // namespace
 
 Outcome judge(const RunResult& result, const Conversion& conversion,
-              const std::vector<Leftovers>& right, const Expectation& expectation) {
+              const std::vector<Leftovers>& right, const Expectation& expected) {
   const Leftovers left = leftoversOf(conversion, result);
-  if (result.status == 1) {
-    return hasMessage(result, expectation) && nothingLost(conversion, left, right, expectation)
+  const Leftovers& goal = right.at(expected.missing);
+  if (noticesIn(result.err) != expected.notices) {
+    return Outcome::kOther;
+  }
+  if (!expected.message.empty()) {
+    return result.status == 1 && lastLine(result.err) == expected.message &&
+                   nothingLost(conversion, left, goal, expected)
                ? Outcome::kMessage
                : Outcome::kOther;
   }
-  if (result.status != 0) {
+  if (result.status != 0 || !sameButDevice(left, goal, expected)) {
     return Outcome::kOther;
   }
-  if (sameButUnreadable(left, right.front(), expectation)) {
-    return Outcome::kRightBytes;
-  }
-  const bool noticed = expectation.noticeAllowed && !conversion.notice.empty() &&
-                       result.err.find(conversion.notice) != std::string::npos;
-  return noticed && std::find(right.begin(), right.end(), left) != right.end() ? Outcome::kNotice
-                                                                               : Outcome::kOther;
+  return expected.missing == 0 ? Outcome::kRightBytes : Outcome::kNotice;
 }
 
 }  // namespace quenfold::faults

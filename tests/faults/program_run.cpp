@@ -8,7 +8,10 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
+#include <sstream>
 #include <system_error>
+#include <utility>
 
 #include "faults/fault_plan.h"
 
@@ -21,11 +24,13 @@ constexpr unsigned kLongestRun = 20;  // seconds; a run takes milliseconds
   throw std::system_error(errno, std::generic_category(), what);
 }
 
-/// Both ends of a pipe, closed at the end. What a run prints fits into it.
+/// Both ends of a pipe, closed at the end. What a run prints fits into it: that is read later.
 class Pipe {
  public:
   Pipe() {
-    if (pipe2(ends_.data(), O_CLOEXEC) != 0) {
+    constexpr int kRoom = 1 << 20;  // the most that anybody may ask for
+    // NOLINTNEXTLINE(*-vararg)
+    if (pipe2(ends_.data(), O_CLOEXEC) != 0 || fcntl(ends_[1], F_SETPIPE_SZ, kRoom) < 0) {
       throwErrno("pipe2");
     }
   }
@@ -124,6 +129,26 @@ void setLimits(const RunPlan& plan) {
   _exit(127);
 }
 
+/// The lines of a text whose lines all end.
+std::vector<std::string> linesOf(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) {
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+std::vector<std::string> relativePaths(std::vector<std::string> paths) {
+  const std::string folder = std::filesystem::current_path().string() + "/";
+  for (std::string& path : paths) {
+    if (path.compare(0, folder.size(), folder) == 0) {
+      path.erase(0, folder.size());
+    }
+  }
+  return paths;
+}
+
 }  // namespace
 
 RunResult runProgram(const RunPlan& plan) {
@@ -148,7 +173,7 @@ RunResult runProgram(const RunPlan& plan) {
   } else {
     result.signal = WTERMSIG(ending);
   }
-  result.struck = !pipes.mark.drain().empty();
+  result.strikes = relativePaths(linesOf(pipes.mark.drain()));
   result.out = pipes.out.drain();
   result.err = pipes.err.drain();
   return result;

@@ -24,7 +24,9 @@ struct RunPlan {
 struct RunResult {
   std::optional<int> status;  // empty when a signal ended the run
   int signal = 0;             // SIGALRM for a run that did not end by itself
-  bool struck = false;        // whether the fault was met
+  // The file of each call that failed, as `kMarkDescriptor` is told; paths below the current folder
+  // without it.
+  std::vector<std::string> strikes;
   std::string out;
   std::string err;
 };
