@@ -13,6 +13,8 @@ namespace {
 constexpr const char* kNoMemory = "std::bad_alloc";
 constexpr std::string_view kStandardOutput = "standard output";
 
+bool isAllocation(const Fault& fault) { return fault.call == "alloc" || fault.call == "growth"; }
+
 /// A call that is to be repeated, or did a part of its work.
 bool isPassing(const Fault& fault) { return fault.error == EINTR || fault.error < 0; }
 
@@ -49,7 +51,7 @@ std::string messageOf(const Fault& fault, const std::string& path) {
   if (fault.call == "write" || fault.call == "close") {
     return writingFails(path);
   }
-  if (fault.call == "alloc" || fault.error == ENOMEM) {
+  if (isAllocation(fault) || fault.error == ENOMEM) {
     return kNoMemory;
   }
   return fault.call == "read" ? readingFails(path) : "error while opening file: " + path;

@@ -54,14 +54,14 @@ int __libc_start_main(Main start, int argc, char** argv, void (*init)(), void (*
                                                        atLoaderEnd, stackEnd);
 }
 
-void* malloc(size_t size) { return strikesAllocation() ? nullptr : __libc_malloc(size); }
+void* malloc(size_t size) { return strikesAllocation(size) ? nullptr : __libc_malloc(size); }
 
 void* calloc(size_t count, size_t size) {
-  return strikesAllocation() ? nullptr : __libc_calloc(count, size);
+  return strikesAllocation(count * size) ? nullptr : __libc_calloc(count, size);
 }
 
 void* realloc(void* memory, size_t size) {
-  return strikesAllocation() ? nullptr : __libc_realloc(memory, size);
+  return strikesAllocation(size) ? nullptr : __libc_realloc(memory, size);
 }
 
 int open(const char* path, int flags, ...) {

@@ -100,7 +100,10 @@ bool strikes(const char* call, int descriptor) {
   return true;
 }
 
-bool strikesAllocation() { return strikes("alloc", ""); }
+bool strikesAllocation(std::size_t size) {
+  const bool large = size >= kGrowthBytes;
+  return strikes("alloc", "") || (large && strikes("growth", ""));
+}
 
 long grantedSize(const char* call, int descriptor, std::size_t size) {
   const auto all = static_cast<long>(size);

@@ -17,7 +17,7 @@ bool strikes(const char* call, const char* path);
 bool strikes(const char* call, int descriptor);
 
 /// Whether this allocation is to fail; errno is then set.
-bool strikesAllocation();
+bool strikesAllocation(std::size_t size);
 
 /// How much of a read or write is done: all of it, a part, or -1 for none; errno is then set.
 long grantedSize(const char* call, int descriptor, std::size_t size);

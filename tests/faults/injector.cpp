@@ -36,7 +36,10 @@ std::set<std::uint64_t> limitsFor(const Conversion& conversion, const Leftovers&
 }  // namespace
 
 Injector::Injector(const Conversion& conversion, const Injection& injection)
-    : conversion_(conversion), plan_(injection.plan), shim_(injection.shim) {
+    : conversion_(conversion),
+      plan_(injection.plan),
+      shim_(injection.shim),
+      stride_(injection.stride) {
   plan_.arguments = conversion.arguments;
   plan_.standardInput = conversion.standardInput;
   right_ = rightLeftovers(conversion, plan_);
@@ -45,8 +48,13 @@ Injector::Injector(const Conversion& conversion, const Injection& injection)
 void Injector::failAllocations() {
   for (const unsigned long times : kOnceAndOn) {
     Row one = row("allocation, " + timesText(times));
-    sweep(one, {"alloc", 1, times, ENOMEM});
+    sweep(one, {"alloc", 1, times, ENOMEM}, stride_);
     finish(one);
+  }
+  if (stride_ > 1) {
+    Row growth = row("allocation of 1 KiB or more, once");
+    sweep(growth, {"growth", 1, 1, ENOMEM}, 1);
+    finish(growth);
   }
 }
 
@@ -62,15 +70,15 @@ void Injector::disturbSystemCalls() {
   for (const unsigned long times : {1UL, kManyTimes}) {
     Row interrupted = row("interrupted call, " + timesText(times));
     for (const std::string_view call : {"open", "read", "write"}) {
-      sweep(interrupted, {call, 1, times, EINTR});
+      sweep(interrupted, {call, 1, times, EINTR}, 1);
     }
     finish(interrupted);
   }
   constexpr int kFewBytes = 97;
   Row small = row("one byte once, few bytes at a time");
   for (const std::string_view call : {"read", "write"}) {
-    sweep(small, {call, 1, 1, -1});
-    sweep(small, {call, 1, kFromThenOn, -kFewBytes});
+    sweep(small, {call, 1, 1, -1}, 1);
+    sweep(small, {call, 1, kFromThenOn, -kFewBytes}, 1);
   }
   finish(small);
 }
@@ -141,17 +149,17 @@ void Injector::failCall(std::string_view call, const std::string& reasons,
   Row failing = row(fmt::format("{}: {}", call, reasons), mustBeMet);
   for (const int error : errors) {
     for (const unsigned long times : kOnceAndOn) {
-      sweep(failing, {call, 1, times, error});
+      sweep(failing, {call, 1, times, error}, 1);
     }
   }
   finish(failing);
 }
 
-/// Call 1, 2, 3, ... fails until the run has no more of them.
-void Injector::sweep(Row& row, Fault fault) {
+/// Call 1, 1 + stride, ... fails until the run has no more of them.
+void Injector::sweep(Row& row, Fault fault, unsigned long stride) {
   RunPlan plan = plan_;
   plan.shim = shim_;
-  for (bool struck = true; struck; ++fault.number) {
+  for (bool struck = true; struck; fault.number += stride) {
     plan.fault = planOf(fault);
     resetOutputs(conversion_);
     const RunResult result = runProgram(plan);

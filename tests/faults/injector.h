@@ -14,6 +14,7 @@ namespace quenfold::faults {
 struct Injection {
   RunPlan plan;  // the program, and that it is undisturbed
   std::string shim;
+  unsigned long stride = 1;  // one allocation in so many fails, and every growth
 };
 
 /// The faults of one conversion: each way prints its rows of the table.
@@ -35,7 +36,7 @@ class Injector {
  private:
   [[nodiscard]] Row row(std::string kind, bool mustBeMet = true) const;
   void failCall(std::string_view call, const std::string& reasons, const std::vector<int>& errors);
-  void sweep(Row& row, Fault fault);
+  void sweep(Row& row, Fault fault, unsigned long stride);
   void record(Row& row, const RunPlan& plan, const Expectation& expected);
   void judgeRun(Row& row, const RunPlan& plan, const RunResult& result,
                 const Expectation& expected);
@@ -44,6 +45,7 @@ class Injector {
   const Conversion& conversion_;
   RunPlan plan_;
   std::string shim_;
+  unsigned long stride_;
   std::vector<Leftovers> right_;
   bool sound_ = true;
 };
