@@ -21,6 +21,7 @@ class WordsOfOneHash {
   /// All are distinct, 16 characters long and plain ASCII that no JSON escapes.
   static std::vector<std::string> make(std::size_t count) {
     std::vector<std::string> texts;
+    texts.reserve(count);
     for (std::uint64_t number = 0; texts.size() < count; ++number) {
       const std::uint64_t first = wordOfLetters(number);
       const std::uint64_t second = unscramble(kEnd ^ (kStart ^ scramble(first)) * kFactor);
@@ -73,6 +74,7 @@ class WordsOfOneHash {
 inline std::vector<std::int32_t> numbersSideBySide(std::size_t count) {
   constexpr std::int32_t kFibonacci = 832040;  // times the ratio it is nearly a whole number
   std::vector<std::int32_t> numbers;
+  numbers.reserve(count);
   for (std::size_t i = 1; i <= count; ++i) {
     numbers.push_back(static_cast<std::int32_t>(i) * kFibonacci);
   }

@@ -47,6 +47,7 @@ TEST(KeyHash, SpreadsNumbersThatTheGoldenRatioPutsSideBySide) {
 
 TEST(KeyHash, SpreadsRegularNumbers) {
   std::vector<std::int32_t> numbers;
+  numbers.reserve(kKeys);
   for (std::int32_t number = -1000; number < 1000; ++number) {
     numbers.push_back(number);
   }

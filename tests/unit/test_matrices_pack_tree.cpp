@@ -236,6 +236,7 @@ TEST(LayoutHash, IsThatOfTypesAndChannelsInTheirOrder) {
 TEST(LayoutHash, SpreadsLayoutsMadeToCollide) {
   constexpr std::int32_t kLayouts = 2000;
   std::vector<std::uint32_t> hashes;
+  hashes.reserve(kLayouts);
   for (std::int32_t i = 0; i < kLayouts; ++i) {
     hashes.push_back(hashOf(layoutWith({i, 31 * (kLayouts - i)})));
   }
