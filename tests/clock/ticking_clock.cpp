@@ -41,7 +41,7 @@ Function next(Function /*self*/, const char* name) {
 }  // namespace
 
 // The names are the C library's, with its signatures.
-// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier,readability-identifier-naming)
 extern "C" {
 
 ssize_t __read_chk(int descriptor, void* buffer, size_t size, size_t room);
@@ -89,4 +89,4 @@ ssize_t write(int descriptor, const void* buffer, size_t size) {
   return syscall(SYS_write, descriptor, buffer, size);
 }
 }
-// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming)
+// NOLINTEND(clang-diagnostic-reserved-identifier,readability-identifier-naming)

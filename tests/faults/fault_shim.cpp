@@ -15,7 +15,7 @@
 #include "faults/fault_strike.h"
 
 // The names are the C library's, with its signatures.
-// NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming,*-no-malloc,*-vararg,readability-function-size)
+// NOLINTBEGIN(clang-diagnostic-reserved-identifier,readability-identifier-naming,*-no-malloc,*-vararg,readability-function-size)
 
 using namespace quenfold::faults;
 
@@ -125,4 +125,4 @@ int mkdir(const char* path, mode_t mode) {
 }
 }
 
-// NOLINTEND(bugprone-reserved-identifier,readability-identifier-naming,*-no-malloc,*-vararg,readability-function-size)
+// NOLINTEND(clang-diagnostic-reserved-identifier,readability-identifier-naming,*-no-malloc,*-vararg,readability-function-size)
