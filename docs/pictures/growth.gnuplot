@@ -38,7 +38,7 @@ set grid linecolor "#d0d7de" linetype 1
 unset key
 do for [chart = 1:4] {
   set lmargin at screen left(chart)
-  set rmargin at screen left(chart) + 0.4
+  set rmargin at screen left(chart) + 0.39
   set tmargin at screen top(chart)
   set bmargin at screen top(chart) - 0.28
   set title word(titles, chart)
