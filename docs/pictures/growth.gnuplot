@@ -2,8 +2,8 @@
 # desc: Four charts, one a conversion, both axes logarithmic: instructions a byte on the
 # desc: controller's processor over 8 kB to 540 MB, for ten shapes of database at four sizes each.
 # desc: Every line is nearly level: a database of four times the size takes four times the
-# desc: instructions. Packing the matrices takes 31 to 141 of them a byte, unpacking them 7 to 66,
-# desc: packing the logical IO 107 to 645, unpacking it 124 to 560. The dearest in each chart has
+# desc: instructions. Packing the matrices takes 32 to 136 of them a byte, unpacking them 7 to 66,
+# desc: packing the logical IO 107 to 647, unpacking it 124 to 567. The dearest in each chart has
 # desc: many device labels.
 set terminal svg size 540,680 font "sans-serif,14" background "#f6f8fa"
 table = "../../bench/shapes"
