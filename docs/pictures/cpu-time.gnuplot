@@ -1,10 +1,10 @@
 # title: Cpu time of the conversions beside that of others
 # desc: Two bar charts of cpu time, that of packing being 1. On matrices.json, 144 MB: quenfold
-# desc: unpacks it and four more files, 543 MB together, in 1.4; RapidJSON alone parses it in 0.5
-# desc: and writes as long a file in 0.3; parsing and printing it take jq 7.6, Python's json 4.6 and
-# desc: Node's JSON 3.9. On sources.json, 19 MB: quenfold unpacks it in 1.2; cJSON alone parses and
-# desc: prints it in 0.5 and builds and prints as long a one in 0.4; parsing and printing it take jq
-# desc: 1.3, Python's json 1.0 and Node's JSON 1.0.
+# desc: unpacks it and four more files, 543 MB together, in 1.5; RapidJSON alone parses it in 0.5
+# desc: and writes as long a file in 0.3; parsing and printing it take jq 7.1, Python's json 4.5 and
+# desc: Node's JSON 4.3. On sources.json, 19 MB: quenfold unpacks it in 1.2; cJSON alone parses and
+# desc: prints it in 0.6 and builds and prints as long a one in 0.5; parsing and printing it take jq
+# desc: 1.4, Python's json 1.2 and Node's JSON 1.0.
 set terminal svg size 540,560 font "sans-serif,14" background "#f6f8fa"
 families = "matrices logicalio"
 titles(family) = family eq "matrices" ? "matrices.json" : "sources.json"
