@@ -76,7 +76,7 @@ floor_of() {
 }
 
 # instructions COMMAND...: that a run takes, the loader's included. The environment is emptied and
-# the addresses are fixed, so that the count repeats.
+# the addresses are fixed, so that the count repeats but for the hashes.
 instructions() {
   env -i setarch -R valgrind --tool=callgrind --callgrind-out-file=/dev/null "$@" 2>&1 >/dev/null |
     sed -n 's/.*Collected : //p'
