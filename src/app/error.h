@@ -2,7 +2,9 @@
 
 #include <fmt/core.h>
 
+#include <cerrno>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 namespace quenfold {
@@ -12,6 +14,13 @@ namespace quenfold {
 template <typename... Args>
 std::runtime_error runtimeError(fmt::format_string<Args...> message, Args&&... args) {
   return std::runtime_error(fmt::format(message, std::forward<Args>(args)...));
+}
+
+/// For a system call that has just failed: the message, ": " and the reason, which is errno's.
+template <typename... Args>
+std::system_error systemError(fmt::format_string<Args...> message, Args&&... args) {
+  const int reason = errno;  // before memory is asked for
+  return {reason, std::generic_category(), fmt::format(message, std::forward<Args>(args)...)};
 }
 
 /// For what is too large for the program, whatever it says: `throw lengthError("too many ports");`.

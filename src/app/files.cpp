@@ -13,6 +13,7 @@
 
 #include "app/error.h"
 #include "app/limits.h"
+#include "app/system_call.h"
 
 // The system's own calls: they tell why they failed, and nothing is allocated once a file is open
 // for writing, so running out of memory cannot cost the operator what the file held.
@@ -23,19 +24,8 @@ namespace {
 constexpr std::size_t kReadChunk = 65536;
 // Left behind a text, so that whoever pads it need not move it.
 constexpr std::size_t kSpareRoom = 16;
-constexpr int kFailed = -1;  // what a system call answers then; no descriptor
 constexpr std::string_view kStandardInput = "standard input";
 constexpr std::string_view kStandardOutput = "standard output";
-
-/// Repeats a call that a signal interrupted before it did anything.
-template <typename Call>
-auto uninterrupted(Call call) {
-  auto result = call();
-  while (result == kFailed && errno == EINTR) {
-    result = call();
-  }
-  return result;
-}
 
 /// A system without memory says nothing about the file. Where a file's fault is no end of the run,
 /// this one is.
@@ -57,20 +47,6 @@ int openFile(const std::string& path, int flags) {
   }
   return descriptor;
 }
-
-/// A file that is read, closed on every way out.
-class InputFile {
- public:
-  explicit InputFile(const std::string& path) : descriptor_(openFile(path, O_RDONLY)) {}
-  ~InputFile() { ::close(descriptor_); }
-  InputFile(const InputFile&) = delete;
-  InputFile& operator=(const InputFile&) = delete;
-
-  [[nodiscard]] int descriptor() const { return descriptor_; }
-
- private:
-  int descriptor_;
-};
 
 void appendWithoutNewlines(std::string& text, std::string_view chunk) {
   while (true) {
@@ -140,10 +116,10 @@ void requireWritten(bool written, std::string_view name) {
 }  // namespace
 
 std::string readFile(const std::string& path) {
-  const InputFile in(path);
+  const Descriptor in(openFile(path, O_RDONLY));
   std::string text;
-  reserveForFile(in.descriptor(), text, path);
-  readToEnd(in.descriptor(), text, path);
+  reserveForFile(in.get(), text, path);
+  readToEnd(in.get(), text, path);
   return text;
 }
 
