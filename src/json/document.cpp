@@ -38,16 +38,22 @@ JsonValue numberOf(std::string_view digits) {
 /// conversion adds up exponents without a check and then reads outside its table of powers.
 class DocumentBuilder : public JsonDocument {
  public:
-  /// Fills itself from the padded text; stays null when that is not JSON.
-  void build(char* text) {
+  /// Fills itself from the padded text; stays null when that is not JSON. Gives where it is not.
+  std::optional<std::size_t> build(char* text) {
     constexpr unsigned kFlags = rapidjson::kParseInsituFlag | rapidjson::kParseIterativeFlag |
                                 rapidjson::kParseNumbersAsStringsFlag;
+    std::optional<std::size_t> errorAt;
     const auto parse = [&](const JsonDocument& /*itself*/) {
       rapidjson::GenericInsituStringStream<RunEncoding> stream(text);
       rapidjson::GenericReader<RunEncoding, RunEncoding, JsonAllocator> reader;
-      return !reader.Parse<kFlags>(stream, *this).IsError();
+      const rapidjson::ParseResult result = reader.Parse<kFlags>(stream, *this);
+      if (result.IsError()) {
+        errorAt = result.Offset();
+      }
+      return !result.IsError();
     };
     Populate(parse);
+    return errorAt;
   }
 
   bool RawNumber(const char* digits, rapidjson::SizeType length, bool /*copy*/) {  // NOLINT
@@ -84,6 +90,12 @@ JsonDocument parseJson(std::string& text) {
   builder.build(text.data());
   text.resize(size);
   return {std::move(builder)};
+}
+
+std::optional<std::size_t> jsonErrorAt(std::string text) {
+  text.resize(text.size() + kScanPadding);
+  DocumentBuilder builder;
+  return builder.build(text.data());
 }
 
 }  // namespace quenfold

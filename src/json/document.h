@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -73,5 +74,8 @@ using JsonValue = JsonDocument::ValueType;
 /// document does. A text that is not JSON gives a null document. Nesting is bounded by memory, not
 /// by the stack. Throws std::bad_alloc.
 JsonDocument parseJson(std::string& text);
+
+/// Where such a text stops being JSON, in bytes from its front; nothing when it is JSON.
+std::optional<std::size_t> jsonErrorAt(std::string text);
 
 }  // namespace quenfold

@@ -16,7 +16,7 @@ namespace quenfold {
 namespace {
 
 /// The value of the root's member "portLabels".
-const JsonValue& portLabelsOf(const JsonDocument& root) {
+const JsonValue& labelEntriesOf(const JsonDocument& root) {
   if (!root.IsObject()) {
     throw runtimeError("loadPortLabels root is not object");
   }
@@ -84,7 +84,10 @@ DeviceMapper labelOfDevice(const std::vector<DeviceLabel>& devices) {
 }
 
 std::vector<DeviceLabel> parseDeviceLabels(const std::string& path) {
-  std::string text = readFile(path);
+  return deviceLabelsOf(readFile(path));
+}
+
+std::vector<DeviceLabel> deviceLabelsOf(std::string text) {
   TimePoint stageStart = now();
   const JsonDocument root = parseJson(text);
   if (!root.IsObject()) {
@@ -109,12 +112,15 @@ std::vector<DeviceLabel> parseDeviceLabels(const std::string& path) {
 }
 
 PortLabelMap loadPortLabels(const std::string& path, bool reverse, const DeviceMapper& mapper) {
+  return portLabelsOf(readFile(path), reverse, mapper);
+}
+
+PortLabelMap portLabelsOf(std::string text, bool reverse, const DeviceMapper& mapper) {
   PortLabelMap labels;
-  std::string& text = labels.keep(readFile(path));
   TimePoint stageStart = now();
-  const JsonDocument root = parseJson(text);
+  const JsonDocument root = parseJson(labels.keep(std::move(text)));
   KeyMapper mapped(labels, mapper);
-  for (const auto& [name, value] : portLabelsOf(root).GetObject()) {
+  for (const auto& [name, value] : labelEntriesOf(root).GetObject()) {
     if (!value.IsString()) {
       throw runtimeError("portLabel entry value is not string");
     }

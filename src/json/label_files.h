@@ -82,6 +82,9 @@ DeviceMapper labelOfDevice(const std::vector<DeviceLabel>& devices);
 /// "deviceLabels is not array".
 std::vector<DeviceLabel> parseDeviceLabels(const std::string& path);
 
+/// The same of the file's text.
+std::vector<DeviceLabel> deviceLabelsOf(std::string text);
+
 /// Port key to label or, with `reverse`, label to port key, each up to its first zero byte; of a
 /// repeated key the last value wins. The mapper is asked for the part before the first "." of every
 /// port key that has one. Throws what `readFile` throws, "loadPortLabels root is not object",
@@ -89,5 +92,8 @@ std::vector<DeviceLabel> parseDeviceLabels(const std::string& path);
 /// a length error "too many bytes of port label keys: more than 1073741824" for what the mapper
 /// puts into the keys; of the last two the one that is met first in the file.
 PortLabelMap loadPortLabels(const std::string& path, bool reverse, const DeviceMapper& mapper);
+
+/// The same of the file's text, which the map keeps.
+PortLabelMap portLabelsOf(std::string text, bool reverse, const DeviceMapper& mapper);
 
 }  // namespace quenfold

@@ -1,7 +1,6 @@
 #include "logicalio/legacy_reader.h"
 
 #include <cstddef>
-#include <iostream>
 #include <string_view>
 #include <utility>
 
@@ -141,9 +140,13 @@ const TableKind& legacyKindOf(const cJSON& document) {
 
 void parseLegacyTable(const cJSON& table, const TableKind& kind, const PortLabelMap& portKeys,
                       PackedModel& model) {
+  model.topLevelKey = kind.topLevelKey;
+  model.outputKey = kind.outputKey;
+  model.levelKeys = intValues(findMember(&table, kLevelKeysKey));
   const cJSON* const entries = findMember(&table, kind.entriesKey);
   if (entries == nullptr) {
-    std::cerr << "createLogicalDestsDict: logical IO table not found. Creating empty I/O rows\n";
+    model.notices
+        << "createLogicalDestsDict: logical IO table not found. Creating empty I/O rows\n";
   }
   model.records.reserve(static_cast<std::size_t>(cJSON_GetArraySize(entries)));
   TableReader reader(kind, portKeys, model);

@@ -3,6 +3,7 @@
 #include <cjson/cJSON.h>
 
 #include <cstdint>
+#include <iostream>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +26,10 @@ struct PackRecord {
 /// What packing collects from a legacy document and writes to the packed files. Of a text that is
 /// no JSON there is no top-level key, and the output key is guessed from the name of its file.
 struct PackedModel {
+  PackedModel() = default;
+  explicit PackedModel(std::ostream& takesNotices) : notices(takesNotices) {}
+
+  std::ostream& notices = std::cerr;  // takes what is wrong but does not end the run
   std::string topLevelKey;
   std::string outputKey;
   std::vector<std::int32_t> levelKeys;
@@ -37,10 +42,11 @@ struct PackedModel {
 /// "Unknown logical IO Type: " with the text of the document's first member, when it has one.
 const TableKind& legacyKindOf(const cJSON& document);
 
-/// Adds the table's records to the model, registering their ports and feeding the fingerprints,
-/// then computes the widths of the ports. `portKeys` tells the port key of a user's port label.
-/// A table without records is reported on standard error. Throws "name is not a string",
-/// "name not found", "id not found" or "ports entry not found: <ports key>".
+/// Adds the table, its keys and records, to the model, registering their ports and feeding the
+/// fingerprints, then computes the widths of the ports. `portKeys` tells the port key of a user's
+/// port label. A table without records is noted in the model's notices. Throws "name is not a
+/// string", "name not found", "id not found" or "ports entry not found: <ports key>"; the records
+/// before that one are in the model then.
 void parseLegacyTable(const cJSON& table, const TableKind& kind, const PortLabelMap& portKeys,
                       PackedModel& model);
 

@@ -12,18 +12,10 @@
 #include "json/label_files.h"
 #include "logicalio/fingerprints.h"
 #include "logicalio/format.h"
-#include "logicalio/legacy_reader.h"
 #include "logicalio/packed_writer.h"
 
 namespace quenfold {
 namespace {
-
-struct PackedTexts {
-  std::string ports;
-  std::string labels;
-  std::string categories;
-  std::string hash;
-};
 
 /// Where they go; no hash path when there is no such file.
 struct PackedPaths {
@@ -53,9 +45,6 @@ PackedModel readLegacyDocument(const CJsonDocument& document, const std::string&
   PackedModel model;
   const TableKind& kind = legacyKindOf(*document);
   const cJSON* const table = findMember(document.get(), kind.topLevelKey);
-  model.topLevelKey = kind.topLevelKey;
-  model.outputKey = kind.outputKey;
-  model.levelKeys = intValues(findMember(table, kLevelKeysKey));
   const std::vector<DeviceLabel> devices =
       parseDeviceLabels(joinPath(sourceDir, packedFileName(kDeviceLabelsSection)));
   const PortLabelMap portKeys = loadPortLabels(
@@ -82,6 +71,8 @@ PackedModel readLegacyText(const std::string& sourceDir, const std::string& inpu
   return model;
 }
 
+}  // namespace
+
 PackedTexts printPacked(PackedModel& model) {
   TimePoint stageStart = now();
   CJsonDocument ports = buildCJson([&] {
@@ -98,8 +89,6 @@ PackedTexts printPacked(PackedModel& model) {
   texts.hash = hashText(model.topLevelKey, valuesOf(model.fingerprints));
   return texts;
 }
-
-}  // namespace
 
 std::uint32_t convertVelmoraToPacked(const std::string& sourceDir, const std::string& inputName,
                                      std::string inputText, const std::string& outputDir) {

@@ -3,7 +3,21 @@
 #include <cstdint>
 #include <string>
 
+#include "logicalio/legacy_reader.h"
+
 namespace quenfold {
+
+/// The texts of the packed files and that of the fingerprint file.
+struct PackedTexts {
+  std::string ports;
+  std::string labels;
+  std::string categories;
+  std::string hash;
+};
+
+/// Packs the ports of a model whose devices are named as they are to be written. Reports its
+/// stages.
+PackedTexts printPacked(PackedModel& model);
 
 /// Packs one legacy logical IO text (sources or destinations) into three files "...Ports.json",
 /// "...Labels.json" and "...LegacyCategories.json" in `outputDir` and, when `inputName` is not

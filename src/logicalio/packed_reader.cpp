@@ -3,8 +3,8 @@
 #include <fmt/core.h>
 
 #include <cstddef>
-#include <iostream>
 #include <string>
+#include <system_error>
 #include <utility>
 
 #include "app/error.h"
@@ -34,18 +34,19 @@ std::int32_t requireId(const cJSON& entry) {
   return id->valueint;
 }
 
-std::string defaultName(std::int32_t id) {
-  std::cerr << fmt::format("Error loading label for id:{}. Using default.\n", id);
+std::string defaultName(std::int32_t id, std::ostream& notices) {
+  notices << fmt::format("Error loading label for id:{}. Using default.\n", id);
   return fmt::format("{}{}", kDefaultName, id);
 }
 
-std::string nameOf(const cJSON& entry, const LogicalIORecord& record, const LabelMap& names) {
-  const auto labelled = names.find(mapKeyOf(record));
-  if (labelled != names.end()) {
+std::string nameOf(const cJSON& entry, const LogicalIORecord& record,
+                   const PackedContext& context) {
+  const auto labelled = context.names.find(mapKeyOf(record));
+  if (labelled != context.names.end()) {
     return labelled->second;
   }
   const char* const own = stringValue(findMember(&entry, kNameKey));
-  return own != nullptr ? own : defaultName(record.id);
+  return own != nullptr ? own : defaultName(record.id, context.notices);
 }
 
 std::int32_t redirectOf(const cJSON& entry) {
@@ -72,7 +73,7 @@ class RecordReader {
   LogicalIORecord read(const cJSON& entry) {
     LogicalIORecord record;
     record.id = requireId(entry);
-    record.name = nameOf(entry, record, context_.names);
+    record.name = nameOf(entry, record, context_);
     bytes_.take(record.name.size());
     record.tally = textOrEmpty(findMember(&entry, kTallyKey));
     record.redirect = redirectOf(entry);
@@ -111,7 +112,8 @@ class RecordReader {
 
   [[nodiscard]] std::string portText(std::uint64_t packed) const {
     std::string key = context_.portDict.unpackToPortKey(packed);
-    const std::string_view* const labelled = context_.portLabels.find(std::string_view(key));
+    const std::string_view* const labelled =
+        context_.portLabels == nullptr ? nullptr : context_.portLabels->find(key);
     return labelled == nullptr ? std::move(key) : std::string(*labelled);
   }
 
@@ -138,6 +140,13 @@ void requirePackedMembers(const cJSON* table) {
     if (findMember(table, name) == nullptr) {
       throw runtimeError("Error \"{}\" not found.", name);
     }
+  }
+}
+
+void loadPortDict(const cJSON* table, PortDict& dict) {
+  const std::error_code failure = dict.fromJson(*findMember(table, kPortDictKey));
+  if (failure) {
+    throw runtimeError("{}", failure.message());
   }
 }
 

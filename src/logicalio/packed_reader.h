@@ -3,6 +3,7 @@
 #include <cjson/cJSON.h>
 
 #include <cstdint>
+#include <iostream>
 #include <vector>
 
 #include "json/label_files.h"
@@ -15,8 +16,12 @@ namespace quenfold {
 
 /// What the other files tell about the records of a packed table.
 struct PackedContext {
+  PackedContext() = default;
+  explicit PackedContext(std::ostream& takesNotices) : notices(takesNotices) {}
+
+  std::ostream& notices = std::cerr;  // takes the records without a name
   PortDict portDict;
-  PortLabelMap portLabels;  // port key to the user's label
+  const PortLabelMap* portLabels = nullptr;  // port key to the user's label; null: ports stay keys
   LabelMap names;
   LegacyCategoryMap categories;
 };
@@ -34,8 +39,12 @@ const TableKind& packedKindOf(const cJSON& document);
 /// lacks: "Error "version" not found.".
 void requirePackedMembers(const cJSON* table);
 
+/// Loads the table's "portDict", which must be there. Throws the text of the error that
+/// `PortDict::fromJson` gives.
+void loadPortDict(const cJSON* table, PortDict& dict);
+
 /// The records in file order, their ports as port keys or, where the user gave one, as labels. A
-/// record without a name is reported on standard error and named after its id. Throws
+/// record without a name is noted in the context's notices and named after its id. Throws
 /// "parsePackedLogicalIOTable: logical IO table not found" or "id not found", and a length error
 /// "too many bytes of records: more than 1073741824".
 UnpackedRecords parsePackedLogicalIOTable(const cJSON* table, const PackedContext& context);

@@ -48,20 +48,6 @@ std::uint32_t idOfPair(const cJSON& pair) {
   return static_cast<std::uint32_t>(pair.child->valueint);
 }
 
-LabelMap readLabelMap(const std::string& path) {
-  const CJsonDocument document = parseCJson(readFile(path));
-  LabelMap labels;
-  const cJSON& list = sideListOf(document.get(), kLabelsKey);
-  for (const cJSON* pair = list.child; pair != nullptr; pair = pair->next) {
-    const char* const label = stringValue(&valueOfPair(*pair, "Label entry"));
-    if (label == nullptr) {
-      throw runtimeError("label is not string");
-    }
-    labels[idOfPair(*pair)] = label;
-  }
-  return labels;
-}
-
 std::vector<CatEntry> readCatEntries(const cJSON& list) {
   if (cJSON_IsArray(&list) == 0) {
     throw runtimeError("category is not array");
@@ -74,22 +60,11 @@ std::vector<CatEntry> readCatEntries(const cJSON& list) {
   return entries;
 }
 
-LegacyCategoryMap readLegacyCategoryMap(const std::string& path) {
-  const CJsonDocument document = parseCJson(readFile(path));
-  LegacyCategoryMap categories;
-  const cJSON& list = sideListOf(document.get(), kLegacyCategoriesKey);
-  for (const cJSON* pair = list.child; pair != nullptr; pair = pair->next) {
-    const cJSON& entries = valueOfPair(*pair, "catEntry");
-    categories[idOfPair(*pair)] = readCatEntries(entries);
-  }
-  return categories;
-}
-
 /// Running out of memory is no fault of the file and passes through.
 template <typename Map>
-Map mapOrNotice(Map (*read)(const std::string&), const std::string& path, std::string_view what) {
+Map mapOrNotice(Map (*read)(const cJSON*), const std::string& path, std::string_view what) {
   try {
-    return read(path);
+    return read(parseCJson(readFile(path)).get());
   } catch (const std::runtime_error& failure) {
     std::cerr << fmt::format("Error parsing {} map: {} - Assuming monolithic file.\n", what,
                              failure.what());
@@ -99,10 +74,33 @@ Map mapOrNotice(Map (*read)(const std::string&), const std::string& path, std::s
 
 }  // namespace
 
-LabelMap parseLabelMap(const std::string& path) { return mapOrNotice(readLabelMap, path, "Label"); }
+LabelMap labelMapOf(const cJSON* document) {
+  LabelMap labels;
+  const cJSON& list = sideListOf(document, kLabelsKey);
+  for (const cJSON* pair = list.child; pair != nullptr; pair = pair->next) {
+    const char* const label = stringValue(&valueOfPair(*pair, "Label entry"));
+    if (label == nullptr) {
+      throw runtimeError("label is not string");
+    }
+    labels[idOfPair(*pair)] = label;
+  }
+  return labels;
+}
+
+LegacyCategoryMap legacyCategoryMapOf(const cJSON* document) {
+  LegacyCategoryMap categories;
+  const cJSON& list = sideListOf(document, kLegacyCategoriesKey);
+  for (const cJSON* pair = list.child; pair != nullptr; pair = pair->next) {
+    const cJSON& entries = valueOfPair(*pair, "catEntry");
+    categories[idOfPair(*pair)] = readCatEntries(entries);
+  }
+  return categories;
+}
+
+LabelMap parseLabelMap(const std::string& path) { return mapOrNotice(labelMapOf, path, "Label"); }
 
 LegacyCategoryMap parseLegacyCategoryMap(const std::string& path) {
-  return mapOrNotice(readLegacyCategoryMap, path, "Legacy Category");
+  return mapOrNotice(legacyCategoryMapOf, path, "Legacy Category");
 }
 
 }  // namespace quenfold

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cjson/cJSON.h>
+
 #include <cstdint>
 #include <map>
 #include <string>
@@ -18,5 +20,10 @@ using LegacyCategoryMap = std::map<std::uint32_t, std::vector<CatEntry>>;
 /// standard error: names and categories may stand in the records themselves. Throw std::bad_alloc.
 LabelMap parseLabelMap(const std::string& path);
 LegacyCategoryMap parseLegacyCategoryMap(const std::string& path);
+
+/// The same of parsed files, null for a text that is not JSON; what is malformed is thrown: "JSON
+/// parse error" and so on.
+LabelMap labelMapOf(const cJSON* document);
+LegacyCategoryMap legacyCategoryMapOf(const cJSON* document);
 
 }  // namespace quenfold

@@ -1,6 +1,5 @@
 #include "matrices/legacy_reader.h"
 
-#include <iostream>
 #include <stdexcept>
 #include <utility>
 
@@ -12,29 +11,6 @@
 
 namespace quenfold::packing {
 namespace {
-
-/// The array of all matrices.
-const JsonValue& matricesOf(const JsonDocument& root) {
-  if (!root.IsObject()) {
-    // Kept on purpose: "array".
-    throw runtimeError("matrices.json root object is not array.");
-  }
-  const JsonValue* const config = findMember(root, kConfig);
-  if (config == nullptr) {
-    throw runtimeError("matrices.json Config not found.");
-  }
-  if (!config->IsObject()) {
-    throw runtimeError("matrices.json Config is not object.");
-  }
-  const JsonValue* const matrices = findMember(*config, kMatrices);
-  if (matrices == nullptr) {
-    throw runtimeError("matrices.json Config.Matrices not found.");
-  }
-  if (!matrices->IsArray()) {
-    throw runtimeError("matrices.json Config.Matrices is not array.");
-  }
-  return *matrices;
-}
 
 const JsonValue& portsOf(const JsonValue& matrix) {
   const JsonValue* const ports = findMember(matrix, kMatrixPorts);
@@ -69,12 +45,12 @@ bool isAlias(std::string_view label, std::string_view port) { return !beginsWith
 void addPortLabel(MatricesModel& model, std::string_view port, std::string_view label) {
   const std::size_t dot = port.find('.');
   if (dot == std::string_view::npos) {
-    std::cerr << "Port alias error - port string badly formed";
+    model.notices << "Port alias error - port string badly formed";
     return;
   }
   const DeviceLabelEntry* const device = model.deviceLabels.find(port.substr(0, dot));
   if (device == nullptr) {
-    std::cerr << "Port alias error - port label not found.";
+    model.notices << "Port alias error - port label not found.";
     return;
   }
   model.replaced.take(device->serial.size());
@@ -90,7 +66,7 @@ void readPort(const JsonValue& entry, MatricesModel& model, PortCursor& cursor) 
   if (isAlias(label, port)) {
     addPortLabel(model, port, label);
   }
-  addPort(model.devices, cursor, port);
+  addPort(model.devices, cursor, port, model.notices);
 }
 
 void readMatrix(const JsonValue& matrix, MatricesModel& model) {
@@ -100,7 +76,9 @@ void readMatrix(const JsonValue& matrix, MatricesModel& model) {
   const std::int32_t id = jsonGetInt(matrix, kMatrixId);
   model.details.push_back({name, id, typeOf(matrix)});
   PortCursor cursor;
+  std::size_t position = 0;
   for (const JsonValue& entry : portsOf(matrix).GetArray()) {
+    model.reached.port = position++;
     readPort(entry, model, cursor);
   }
 }
@@ -110,12 +88,40 @@ void readDocument(MatricesModel& model) {
   TimePoint stageStart = now();
   const JsonDocument root = parseJson(model.text);
   logElapsed(stageStart, "decoding matrices.json");
-  for (const JsonValue& matrix : matricesOf(root).GetArray()) {
-    readMatrix(matrix, model);
-  }
+  readMatrices(matricesOf(root), model);
 }
 
 }  // namespace
+
+const JsonValue& matricesOf(const JsonDocument& root) {
+  if (!root.IsObject()) {
+    // Kept on purpose: "array".
+    throw runtimeError("matrices.json root object is not array.");
+  }
+  const JsonValue* const config = findMember(root, kConfig);
+  if (config == nullptr) {
+    throw runtimeError("matrices.json Config not found.");
+  }
+  if (!config->IsObject()) {
+    throw runtimeError("matrices.json Config is not object.");
+  }
+  const JsonValue* const matrices = findMember(*config, kMatrices);
+  if (matrices == nullptr) {
+    throw runtimeError("matrices.json Config.Matrices not found.");
+  }
+  if (!matrices->IsArray()) {
+    throw runtimeError("matrices.json Config.Matrices is not array.");
+  }
+  return *matrices;
+}
+
+void readMatrices(const JsonValue& matrices, MatricesModel& model) {
+  std::size_t position = 0;
+  for (const JsonValue& matrix : matrices.GetArray()) {
+    model.reached = {position++, std::nullopt};
+    readMatrix(matrix, model);
+  }
+}
 
 void readMatrices(const std::string& inputName, std::string inputText, MatricesModel& model) {
   if (inputName == kPortLabelsFile) {
@@ -128,7 +134,7 @@ void readMatrices(const std::string& inputName, std::string inputText, MatricesM
   try {
     readDocument(model);
   } catch (const std::runtime_error& failure) {
-    std::cerr << "Error decoding matrices.json: " << failure.what() << '\n';
+    model.notices << "Error decoding matrices.json: " << failure.what() << '\n';
   }
 }
 

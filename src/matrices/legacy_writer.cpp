@@ -41,26 +41,10 @@ LegacyWriter::LegacyWriter(const ExpandedTree& expanded)
       keyAndValue_(entryMarks(kEntryKey, kEntryValue)),
       portAndLabel_(entryMarks(kPortName, kPortLabel)) {}
 
-template <typename Visit>
-void LegacyWriter::forEachPort(const ExpandedBlock& block, Visit visit) {
-  const PortTypeGroup& group = *block.ports.group;
-  std::size_t position = block.firstPort;
-  printer_.startBlock(block.device.label, block.ports);
-  forEachNumber({group.first, group.last}, [&](std::int32_t port) {
-    printer_.startPort(port);
-    forEachNumber(block.ports.channels, [&](std::int32_t channel) {
-      const std::string_view name = printer_.onChannel(channel);
-      visit(UnpackedPort{name, name.substr(block.device.label.size()), block.device.serial,
-                         expanded_.labelOf(position)});
-      ++position;
-    });
-  });
-}
-
 void LegacyWriter::writePorts(const MatrixEntry& matrix) {
   json_.StartArray();
   for (const ExpandedBlock* const block : matrix.blocks) {
-    forEachPort(*block, [&](const UnpackedPort& port) {
+    forEachPort(expanded_, *block, printer_, [&](const UnpackedPort& port) {
       json_.StartObject();
       json_.Key(kPortName);
       writeString(json_, port.name);
@@ -107,7 +91,7 @@ void LegacyWriter::writeList(OutputFile& out, std::optional<Direction> only,
   std::string_view separator;
   for (const ExpandedBlock& block : expanded_.blocks) {
     if (!only || block.ports.group->direction == *only) {
-      forEachPort(block, [&](const UnpackedPort& port) {
+      forEachPort(expanded_, block, printer_, [&](const UnpackedPort& port) {
         out.append(separator);
         appendEntry(port);
         out.append(kEntryEnd);

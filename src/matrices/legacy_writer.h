@@ -6,20 +6,9 @@
 
 #include "app/files.h"
 #include "json/writer.h"
-#include "matrices/expand.h"
+#include "matrices/unpacked_port.h"
 
 namespace quenfold::unpacking {
-
-/// One port and channel of the legacy files, while it is written.
-struct UnpackedPort {
-  std::string_view name;    // the port string with the device label in front
-  std::string_view suffix;  // the port string from behind its device, including the "."
-  std::string_view serial;  // the device's; with the suffix it is the port's serial name
-  std::string_view label;   // the user's label, empty when none
-
-  /// What the legacy files call the port: the user's label, or the port string without one.
-  [[nodiscard]] std::string_view shownName() const { return label.empty() ? name : label; }
-};
 
 /// Writes the legacy files, each port spelled when it is written. Once constructed it allocates
 /// nothing, so no file is lost to memory that runs out. Refers to the expanded tree.
@@ -45,8 +34,6 @@ class LegacyWriter {
   };
 
   static EntryMarks entryMarks(const char* first, const char* second);
-  template <typename Visit>
-  void forEachPort(const ExpandedBlock& block, Visit visit);
   void writePorts(const MatrixEntry& matrix);
   template <typename AppendEntry>
   void writeList(OutputFile& out, std::optional<Direction> only, AppendEntry appendEntry);

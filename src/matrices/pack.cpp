@@ -5,12 +5,9 @@
 #include <vector>
 
 #include "app/files.h"
-#include "app/stage_timer.h"
 #include "json/format.h"
 #include "json/writer.h"
-#include "matrices/legacy_reader.h"
 #include "matrices/pack_tree.h"
-#include "matrices/packed_writer.h"
 
 namespace quenfold {
 namespace {
@@ -54,6 +51,16 @@ std::uint32_t writeSections(const Sections& sections, const std::string& outputD
 
 }  // namespace
 
+Sections packMatrices(MatricesModel& model, TimePoint& stageStart) {
+  consolidateAll(model.devices);
+  logElapsed(stageStart, "Consolidated port entries");
+  nameByFrameId(model);
+  logElapsed(stageStart, "Replaced user device labels with unique frame ID");
+  Sections sections = packing::buildSections(model);
+  logElapsed(stageStart, "serialized JSON");
+  return sections;
+}
+
 std::uint32_t convertMatricesToPacked(const std::string& inputName, std::string inputText,
                                       const std::string& outputDir) {
   TimePoint stageStart = now();
@@ -62,13 +69,7 @@ std::uint32_t convertMatricesToPacked(const std::string& inputName, std::string 
   MatricesModel model;
   packing::readMatrices(inputName, std::move(inputText), model);
   logElapsed(stageStart, "Created tree structure");
-  consolidateAll(model.devices);
-  logElapsed(stageStart, "Consolidated port entries");
-  nameByFrameId(model);
-  logElapsed(stageStart, "Replaced user device labels with unique frame ID");
-  const Sections sections = packing::buildSections(model);
-  logElapsed(stageStart, "serialized JSON");
-  return writeSections(sections, outputDir);
+  return writeSections(packMatrices(model, stageStart), outputDir);
 }
 
 }  // namespace quenfold

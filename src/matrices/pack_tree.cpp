@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <iostream>
 #include <utility>
 
 #include "app/text.h"
@@ -107,7 +106,7 @@ std::uint32_t hashOf(const Layout& layout) {
   return hash;
 }
 
-void addChannel(ChannelList& channels, const SplitPort& port) {
+void addChannel(ChannelList& channels, const SplitPort& port, std::ostream& notices) {
   if (channels.find(port.ch) == nullptr) {
     channels.append(port.ch);
     return;
@@ -116,27 +115,28 @@ void addChannel(ChannelList& channels, const SplitPort& port) {
   for (const std::int32_t channel : channels) {
     fmt::format_to(std::back_inserter(known), "{},", channel);
   }
-  std::cerr << fmt::format("Duplicate channel in {}({}.{}.{}.{}.{}). Channels={}", port.ch,
-                           port.device, port.slot, port.port, port.type, port.ch,
-                           std::string_view(known.data(), known.size()));
+  notices << fmt::format("Duplicate channel in {}({}.{}.{}.{}.{}). Channels={}", port.ch,
+                         port.device, port.slot, port.port, port.type, port.ch,
+                         std::string_view(known.data(), known.size()));
 }
 
-ChannelList& addPort(DeviceList& devices, const SplitPort& port) {
+ChannelList& addPort(DeviceList& devices, const SplitPort& port, std::ostream& notices) {
   PackPort& found = portOf(slotOf(devices, port), port.port);
   ChannelList& channels = channelsOf(found, port.type);
-  addChannel(channels, port);
+  addChannel(channels, port, notices);
   return channels;
 }
 
-void addPort(DeviceList& devices, PortCursor& cursor, std::string_view portText) {
+void addPort(DeviceList& devices, PortCursor& cursor, std::string_view portText,
+             std::ostream& notices) {
   if (cursor.channels != nullptr && beginsWith(portText, cursor.front)) {
     cursor.parts.ch = parseChannel(portText.substr(cursor.front.size()));
-    addChannel(*cursor.channels, cursor.parts);
+    addChannel(*cursor.channels, cursor.parts, notices);
     return;
   }
   cursor = {};
   const SplitPort parts = splitPort(portText);
-  ChannelList& channels = addPort(devices, parts);
+  ChannelList& channels = addPort(devices, parts, notices);
   cursor = {upToChannel(portText, parts), parts, &channels};
 }
 

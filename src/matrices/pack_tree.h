@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,7 +63,7 @@ using DeviceList = IndexedList<PackDevice, &PackDevice::name>;
 /// Inserts the port at the end of every list in which it is new; the result is the list that has
 /// its channel. Its texts must live as long as the tree. Throws what `parsePortString` throws after
 /// the port's device and slot were added: they stay.
-ChannelList& addPort(DeviceList& devices, const SplitPort& port);
+ChannelList& addPort(DeviceList& devices, const SplitPort& port, std::ostream& notices = std::cerr);
 
 /// Where the last port went, null before the first and after one that was no port. The channels of
 /// a port mostly follow each other: their port strings differ in nothing but the channel, and the
@@ -76,10 +77,11 @@ struct PortCursor {
 
 /// Splits the port string and inserts the port; throws what `splitPort` throws as well. Nobody else
 /// may insert as long as the cursor is used.
-void addPort(DeviceList& devices, PortCursor& cursor, std::string_view portText);
+void addPort(DeviceList& devices, PortCursor& cursor, std::string_view portText,
+             std::ostream& notices = std::cerr);
 
-/// Appends the port's channel, or reports on standard error that it is there already.
-void addChannel(ChannelList& channels, const SplitPort& port);
+/// Appends the port's channel, or notes that it is there already.
+void addChannel(ChannelList& channels, const SplitPort& port, std::ostream& notices = std::cerr);
 
 /// Replaces the slot's groups: ports of equal layout form a class, the ports of a class with the
 /// same pattern a range; classes and ranges in order of appearance. The ports must stay as they

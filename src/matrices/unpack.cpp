@@ -4,23 +4,15 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "app/error.h"
-#include "app/files.h"
-#include "app/stage_timer.h"
 #include "json/access.h"
 #include "json/document.h"
 #include "json/format.h"
 #include "json/label_files.h"
-#include "matrices/expand.h"
-#include "matrices/format.h"
-#include "matrices/legacy_writer.h"
-#include "matrices/packed_reader.h"
 
 namespace quenfold {
 namespace {
@@ -36,19 +28,6 @@ struct PackedFiles {
   PortTree tree;
 };
 
-PortTree loadTree(const std::string& path, TimePoint& runStage) {
-  std::string text = readFile(path);
-  const JsonDocument root = parseJson(text);
-  logElapsed(runStage, "  Parsed JSON");
-  const JsonValue* const matrices = findMember(root, kMatricesSection);
-  if (matrices == nullptr) {
-    throw runtimeError("matrices object not found");
-  }
-  PortTree tree = unpacking::loadPortTree(*matrices);
-  logElapsed(runStage, "  Created Devices List");
-  return tree;
-}
-
 PackedFiles loadPackedFiles(const std::string& sourceDir, TimePoint& runStage) {
   const auto pathOf = [&](const char* section) {
     return joinPath(sourceDir, packedFileName(section));
@@ -56,7 +35,7 @@ PackedFiles loadPackedFiles(const std::string& sourceDir, TimePoint& runStage) {
   PackedFiles files;
   files.deviceLabels = parseDeviceLabels(pathOf(kDeviceLabelsSection));
   files.portLabels = loadPortLabels(pathOf(kPortLabelsSection), false, nullptr);
-  files.tree = loadTree(pathOf(kMatricesSection), runStage);
+  files.tree = parsePortTree(readFile(pathOf(kMatricesSection)), runStage);
   return files;
 }
 
@@ -67,39 +46,6 @@ ExpandedTree expand(const PackedFiles& files) {
   logElapsed(stageStart, "    Created matrix port map");
   return expanded;
 }
-
-/// The text of a file is made while it is written, so its stages have nothing left to do but to
-/// be reported where they always were.
-struct LegacyFile {
-  std::string_view name;
-  void (LegacyWriter::*write)(OutputFile& out);
-  std::array<std::string_view, 2> stages;
-  std::size_t ExpandedTree::*ports;  // without any there is no stage; null for always
-};
-
-/// In the order in which they are written.
-constexpr std::array<LegacyFile, 5> kLegacyFiles = {{
-    {kMatricesFile,
-     &LegacyWriter::writeMatrices,
-     {"      Created matrices JSON", "      serialized matrices JSON"},
-     nullptr},
-    {kAvailableInputsFile,
-     &LegacyWriter::writeAvailableInputs,
-     {"      serialized available JSON"},
-     &ExpandedTree::inputs},
-    {kAvailableOutputsFile,
-     &LegacyWriter::writeAvailableOutputs,
-     {"      serialized available JSON"},
-     &ExpandedTree::outputs},
-    {kPortLabelsFile,
-     &LegacyWriter::writePortLabels,
-     {"      createPortLabels serializeJSON"},
-     &ExpandedTree::ports},
-    {kUserPortLabelsFile,
-     &LegacyWriter::writeUserPortLabels,
-     {"      createUserPortLabels serializeJSON"},
-     &ExpandedTree::ports},
-}};
 
 void reportStages(const LegacyFile& file, const ExpandedTree& expanded) {
   TimePoint stageStart = now();
@@ -158,6 +104,18 @@ std::uint32_t writeOutputs(const std::vector<Output>& outputs, LegacyWriter& wri
 }
 
 }  // namespace
+
+PortTree parsePortTree(std::string text, TimePoint& stageStart) {
+  const JsonDocument root = parseJson(text);
+  logElapsed(stageStart, "  Parsed JSON");
+  const JsonValue* const matrices = findMember(root, kMatricesSection);
+  if (matrices == nullptr) {
+    throw runtimeError("matrices object not found");
+  }
+  PortTree tree = unpacking::loadPortTree(*matrices);
+  logElapsed(stageStart, "  Created Devices List");
+  return tree;
+}
 
 std::uint32_t convertPackedMatrices(const std::string& sourceDir,
                                     const std::vector<std::string>& outputFiles,
