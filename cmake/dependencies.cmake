@@ -23,3 +23,6 @@ target_link_libraries(quenfold_cjson INTERFACE ${CJSON_LIBRARY})
 find_path(XXHASH_INCLUDE_DIR xxhash.h REQUIRED)
 add_library(quenfold_xxhash INTERFACE)
 target_include_directories(quenfold_xxhash SYSTEM INTERFACE ${XXHASH_INCLUDE_DIR})
+
+# All of it is in its headers.
+find_package(CLI11 REQUIRED)

@@ -1,9 +1,8 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
-#include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "database/file_set.h"
@@ -17,22 +16,27 @@ namespace quenfold::database {
 /// A packed table with the files beside it.
 struct PackedTable {
   const TableKind* kind = nullptr;
-  CJsonDocument document;              // of "...Ports.json"
-  const cJSON* contents = nullptr;     // the value of its top-level key
-  PackedContext context;               // devices by label, as unpacking has them
-  std::size_t levelCount = 0;          // level keys, and so the ports of an unpacked record
+  CJsonDocument document;           // of "...Ports.json"
+  const cJSON* contents = nullptr;  // the value of its top-level key
+  CJsonDocument labels;             // of "...Labels.json"; null when it is missing
+  CJsonDocument categories;         // of "...LegacyCategories.json"; null when it is missing
+  PackedContext context;            // devices by label; ports stay keys
+  std::vector<LogicalIORecord> records;
 };
 
-/// All files of a packed database, loaded as unpacking loads them.
+/// All files of a packed database, loaded as unpacking loads them. A file that is missing counts as
+/// one without content.
 struct PackedDatabase {
   std::vector<DeviceLabel> devices;
-  PortLabelMap portLabels;  // by port key with the frame ID in front
+  PortLabelMap portLabels;    // by port key with the frame ID in front
+  PortLabelMap labelsByName;  // by port key with the device's label in front
   unpacking::PortTree tree;
   std::array<std::optional<PackedTable>, kTableCount> tables;
 };
 
-/// Loads the texts of a packed set. Throws what unpacking throws for them, with the name of the
-/// file in front.
-PackedDatabase loadPackedDatabase(FileTexts texts);
+/// Loads the texts of a packed set. `folder` is where they were read, or empty. Throws what
+/// unpacking throws for them with the path of the file in front, and
+/// "<path>:<line>:<column>: no JSON" for a file that is none.
+PackedDatabase loadPackedDatabase(FileTexts texts, const std::string& folder);
 
 }  // namespace quenfold::database

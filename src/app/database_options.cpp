@@ -1,0 +1,86 @@
+#include "app/database_options.h"
+
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <vector>
+
+#include "app/stage_timer.h"
+
+namespace quenfold {
+namespace {
+
+constexpr int kWrongCommandLine = 2;
+
+void addQuiet(CLI::App& command, DatabaseOptions& options) {
+  command.add_flag("-q,--quiet", options.quiet, "Print no results: the status alone tells");
+}
+
+void addCheck(CLI::App& program, DatabaseOptions& options) {
+  CLI::App* const command = program.add_subcommand(
+      "check", "Tell what packing a database would lose, or whether a packed one is whole");
+  database::CheckRequest& request = options.check;
+  command->add_flag("--strict", request.strict, "Count notes as well");
+  command->add_flag("--all", request.allPlaces, "Show every place, not the first five");
+  command->add_flag("--json", request.json, "Print the findings as JSON");
+  addQuiet(*command, options);
+  command->add_option("FOLDER", request.folder, "The database")->required();
+  command->callback([&options] { options.command = DatabaseOptions::Command::kCheck; });
+}
+
+struct ConvertTexts {
+  const char* name;
+  const char* about;
+  const char* source;
+  const char* target;
+};
+
+void addConvert(CLI::App& program, DatabaseOptions& options, DatabaseOptions::Command which,
+                const ConvertTexts& texts) {
+  CLI::App* const command = program.add_subcommand(texts.name, texts.about);
+  database::ConvertRequest& request = options.convert;
+  command
+      ->add_option_function<std::vector<std::string>>(
+          "--accept",
+          [&request](const std::vector<std::string>& kinds) {
+            for (const std::string& kind : kinds) {
+              request.accepted.push_back(database::kindOf(kind));
+            }
+          },
+          "Convert in spite of findings of these kinds")
+      ->delimiter(',')
+      ->type_name("KIND,...")
+      ->allow_extra_args(false);
+  command->add_flag("--dry-run", request.dryRun, "Show what would be done, and write nothing");
+  command->add_flag("--remove-stale", request.removeStale,
+                    "Take away files of the target that the source does not have");
+  command->add_flag("-v,--verbose", verbose, "Report the stages on standard error");
+  addQuiet(*command, options);
+  command->add_option(texts.source, request.source, "The database to read")->required();
+  command->add_option(texts.target, request.target, "The folder to write, created when missing")
+      ->required();
+  command->callback([&options, which] { options.command = which; });
+}
+
+}  // namespace
+
+ParsedCommandLine parseDatabaseOptions(int argc, char** argv) {
+  ParsedCommandLine parsed;
+  CLI::App program("Pack, unpack, compare and check whole databases of the Velmora routing system.",
+                   "quenfold-db");
+  program.set_version_flag("--version", "quenfold-db " QUENFOLD_VERSION);
+  program.require_subcommand(1);
+  addCheck(program, parsed.options);
+  addConvert(program, parsed.options, DatabaseOptions::Command::kPack,
+             {"pack", "Pack a legacy database", "LEGACY", "PACKED"});
+  addConvert(program, parsed.options, DatabaseOptions::Command::kUnpack,
+             {"unpack", "Unpack a packed database", "PACKED", "LEGACY"});
+  try {
+    program.parse(argc, argv);
+    parsed.run = true;
+  } catch (const CLI::ParseError& ending) {
+    parsed.status = program.exit(ending) == 0 ? 0 : kWrongCommandLine;
+  }
+  return parsed;
+}
+
+}  // namespace quenfold

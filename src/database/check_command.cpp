@@ -1,0 +1,28 @@
+#include "database/check.h"
+#include "database/commands.h"
+#include "database/folder.h"
+#include "database/staging.h"
+
+namespace quenfold::database {
+namespace {
+
+Findings findingsOf(const Folder& folder, bool allPlaces) {
+  if (folder.form == Form::kPacked) {
+    const FileTexts texts = readPackedFiles(folder.path);
+    return checkPacked(texts, loadPackedDatabase(texts, folder.path), allPlaces);
+  }
+  const LegacyDatabase legacy = readLegacyDatabase(folder.path);
+  return checkLegacy(legacy, packInMemory(legacy), allPlaces);
+}
+
+}  // namespace
+
+Report check(const CheckRequest& request) {
+  const Folder folder = findDatabase(request.folder);
+  const HeldFolder held = HeldFolder::forReading(folder.path, isDatabaseFile);
+  const Findings findings = findingsOf(folder, request.allPlaces);
+  return {request.json ? findingsJson(findings, folder.form) : findingsText(findings),
+          anyCounts(findings, request.strict, {})};
+}
+
+}  // namespace quenfold::database

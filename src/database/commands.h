@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "database/findings.h"
+
+// The commands of quenfold-db. Each gives what goes to standard output and prints nothing itself;
+// what cannot be done is thrown.
+
+namespace quenfold::database {
+
+struct Report {
+  std::string text;
+  bool found = false;  // something that counts, or refused for it
+};
+
+struct CheckRequest {
+  std::string folder;
+  bool strict = false;  // notes count
+  bool allPlaces = false;
+  bool json = false;
+};
+
+/// What packing a legacy database would lose or change; whether a packed one is whole. Throws what
+/// `findDatabase`, holding and reading the folder throw.
+Report check(const CheckRequest& request);
+
+struct ConvertRequest {
+  std::string source;
+  std::string target;
+  std::vector<Kind> accepted;
+  bool dryRun = false;
+  bool removeStale = false;
+};
+
+/// Convert a whole database, all files at one instant. Refuse what loses something that is not
+/// accepted, and a target that holds a file of the set that the source has not. Throw what
+/// `findDatabase`, holding, reading and replacing throw, and length errors.
+Report pack(const ConvertRequest& request);
+Report unpack(const ConvertRequest& request);
+
+}  // namespace quenfold::database

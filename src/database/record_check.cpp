@@ -1,0 +1,196 @@
+#include "database/record_check.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+#include <optional>
+
+#include "json/cjson_access.h"
+
+namespace quenfold::database {
+namespace {
+
+constexpr std::array kHeldMembers = {kNameKey,     kIdKey,    kKeyKey,     kDescriptionKey,
+                                     kCategoryKey, kTallyKey, kRedirectKey};
+
+bool isNumber(const cJSON& value, double number) {
+  return cJSON_IsNumber(&value) != 0 && value.valuedouble == number;
+}
+
+bool isText(const cJSON& value, std::string_view text) {
+  const char* const own = stringValue(&value);
+  return own != nullptr && own == text;
+}
+
+/// What a category of either form says; empty for what is neither text nor number.
+std::string categoryText(const cJSON& item) {
+  if (const char* const text = stringValue(&item)) {
+    return text;
+  }
+  return isNumber(item, item.valueint) ? fmt::format("{}", item.valueint) : std::string();
+}
+
+/// The value as JSON.
+std::string printedValue(const cJSON& value) {
+  const std::unique_ptr<char, void (*)(void*)> text(cJSON_PrintUnformatted(&value), cJSON_free);
+  return text ? std::string(text.get()) : std::string();
+}
+
+/// Whether a member that is neither ports nor categories nor the key comes back with its value.
+bool comesBack(const cJSON& member, const LogicalIORecord& returned) {
+  const std::string_view name = memberName(member);
+  if (name == kIdKey) {
+    return isNumber(member, returned.id);
+  }
+  if (name == kRedirectKey) {
+    return isNumber(member, returned.redirect);
+  }
+  if (name == kTallyKey) {
+    return isText(member, returned.tally);
+  }
+  return isText(member, name == kNameKey ? returned.name : returned.description);
+}
+
+/// A few of them, for a name that thousands of ports bear.
+std::string listed(const std::vector<std::string>& bearers, const std::string& packed) {
+  constexpr std::size_t kMostListed = 5;
+  std::vector<std::string_view> others;
+  for (const std::string& bearer : bearers) {
+    if (bearer != packed && others.size() < kMostListed) {
+      others.push_back(bearer);
+    }
+  }
+  const std::size_t left = bearers.size() - 1 - others.size();
+  return fmt::format("{}{}", fmt::join(others, ", "),
+                     left == 0 ? std::string() : fmt::format(" and {} more", left));
+}
+
+bool isEmptyPort(const cJSON& port) { return cJSON_IsNull(&port) != 0 || isText(port, ""); }
+
+}  // namespace
+
+void RecordCheck::check(const cJSON& entry, const LogicalIORecord& returned) {
+  const char* const name = stringValue(findMember(&entry, kNameKey));
+  Current record{returned,
+                 fmt::format("{} {} \"{}\"", table_.file, returned.id, name == nullptr ? "" : name),
+                 {}};
+  std::vector<std::string_view> seen;
+  for (const cJSON* member = entry.child; member != nullptr; member = member->next) {
+    const bool held = std::find(kHeldMembers.begin(), kHeldMembers.end(), memberName(*member)) !=
+                          kHeldMembers.end() ||
+                      memberName(*member) == table_.kind.portsKey;
+    if (!held) {
+      add(Kind::kMemberIgnored, record, memberName(*member));
+      continue;
+    }
+    const bool repeated = std::find(seen.begin(), seen.end(), memberName(*member)) != seen.end();
+    if (!repeated) {
+      seen.push_back(memberName(*member));
+    }
+    checkMember(*member, repeated, record);
+  }
+  checkPorts(record);
+}
+
+void RecordCheck::add(Kind kind, const Current& record, std::string_view what) {
+  findings_.add(kind, table_.file, [&] { return fmt::format("{} {}", record.place, what); });
+}
+
+void RecordCheck::checkMember(const cJSON& member, bool repeated, Current& record) {
+  if (repeated) {
+    add(Kind::kFieldLost, record, memberName(member));
+  }
+  if (memberName(member) == table_.kind.portsKey) {
+    for (const cJSON* port = member.child; port != nullptr; port = port->next) {
+      record.ports.push_back(port);
+    }
+  } else if (!repeated) {
+    checkValue(member, record);
+  }
+}
+
+void RecordCheck::checkValue(const cJSON& member, const Current& record) {
+  const std::string_view name = memberName(member);
+  if (name == kCategoryKey) {
+    checkCategories(member, record);
+  } else if (name == kKeyKey) {
+    if (!isNumber(member, 0)) {
+      add(Kind::kKeyChanged, record, name);
+    }
+  } else if (!comesBack(member, record.returned) &&
+             (name != kNameKey || repeated_.count(record.returned.id) == 0)) {
+    add(Kind::kFieldLost, record, name);
+  }
+}
+
+/// Empty ones at the end stand for none.
+void RecordCheck::checkCategories(const cJSON& list, const Current& record) {
+  if (repeated_.count(record.returned.id) != 0) {
+    return;
+  }
+  const std::vector<CatEntry>& returned = record.returned.categories;
+  std::size_t position = 0;
+  bool same = cJSON_IsArray(&list) != 0;
+  for (const cJSON* item = list.child; item != nullptr; item = item->next, ++position) {
+    const bool back = position < std::min(returned.size(), kLegacyCategoryCount);
+    const std::string text = back ? catEntryText(returned[position]) : std::string();
+    same = same && categoryText(*item) == text && (back || isText(*item, ""));
+  }
+  if (!same) {
+    add(Kind::kCategoryLost, record, kCategoryKey);
+  }
+}
+
+void RecordCheck::checkPorts(const Current& record) {
+  std::size_t position = 0;
+  for (const cJSON* const port : record.ports) {
+    checkPort(*port, position++, record);
+  }
+  const std::size_t returned = std::max(record.returned.ports.size(), table_.levelCount);
+  if (returned != record.ports.size()) {
+    add(Kind::kEmptyPortsLost, record, fmt::format("{} -> {}", record.ports.size(), returned));
+  }
+}
+
+void RecordCheck::checkPort(const cJSON& port, std::size_t position, const Current& record) {
+  if (isEmptyPort(port)) {
+    return;
+  }
+  if (const char* const text = stringValue(&port)) {
+    checkPortText(text, position, record);
+  } else {
+    add(Kind::kPortUnknown, record, fmt::format("port {}: {}", position + 1, printedValue(port)));
+  }
+}
+
+void RecordCheck::checkPortText(std::string_view text, std::size_t position,
+                                const Current& record) {
+  const auto addPort = [&](Kind kind, std::string_view what) {
+    add(kind, record, fmt::format("port {}: \"{}\"{}", position + 1, text, what));
+  };
+  const std::optional<std::string> key = names_.keyOf(text);
+  if (!key) {
+    addPort(Kind::kPortUnknown, "");
+    return;
+  }
+  const std::vector<std::string>& ports = record.returned.ports;
+  const std::string_view returned =
+      position < ports.size() ? std::string_view(ports[position]) : std::string_view();
+  const std::string_view shown = names_.shownName(returned);
+  const std::optional<std::string> back = names_.keyOf(shown);
+  if (back != key) {
+    addPort(Kind::kPortChanged, fmt::format(" -> {}", back ? *back : returned));
+  }
+  const std::vector<std::string>& own = names_.bearersOf(text);
+  const std::vector<std::string>& bearers = own.size() > 1 ? own : names_.bearersOf(shown);
+  if (bearers.size() > 1) {
+    addPort(Kind::kPortAmbiguous, fmt::format(" -> {}, also {}", *key, listed(bearers, *key)));
+  }
+  if (!names_.isListed(*key)) {
+    addPort(Kind::kPortDangling, "");
+  }
+}
+
+}  // namespace quenfold::database
