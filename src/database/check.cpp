@@ -19,7 +19,7 @@ Findings checkLegacy(const LegacyDatabase& legacy, const PackedSet& set, bool al
   Model model;
   listPorts(legacy.matrices, model);
   KnownPorts ports;
-  checkMatrices(legacy.matrices, model, packed, ports, findings);
+  checkMatrices({legacy.matrices, model, packed}, ports, findings);
   checkMembers(legacy.matrices, findings);
   checkSerials(set.devices, findings);
   for (const Table table : kTables) {

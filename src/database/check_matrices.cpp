@@ -220,8 +220,8 @@ std::vector<std::uint32_t> noteKnown(const Model& model, KnownPorts& ports, Find
 
 }  // namespace
 
-void checkMatrices(const LegacyMatrices& legacy, const Model& model, const PackedDatabase& packed,
-                   KnownPorts& ports, Findings& findings) {
+void checkMatrices(const MatricesContext& context, KnownPorts& ports, Findings& findings) {
+  const auto& [legacy, model, packed] = context;
   const std::vector<std::uint32_t> repeated = noteKnown(model, ports, findings);
   const ExpandedTree expanded =
       unpacking::expandPortTree(packed.tree, packed.devices, packed.portLabels);

@@ -97,6 +97,7 @@ std::vector<FileSize> writeAll(const std::vector<NewFile>& files,
     replacement.emplace(*target);
   }
   std::vector<FileSize> sizes;
+  sizes.reserve(files.size());
   for (const NewFile& file : files) {
     sizes.push_back(writeNew(file, replacement ? &*replacement : nullptr));
   }
@@ -198,6 +199,7 @@ Report unpack(const ConvertRequest& request) {
   unpacking::LegacyWriter writer(expanded);
   const FileTexts tables = unpackTables(database);
   std::vector<NewFile> files;
+  files.reserve(kLegacyFiles.size() + tables.size());
   for (const LegacyFile& file : kLegacyFiles) {
     files.push_back({std::string(file.name),
                      [&writer, write = file.write](OutputFile& out) { (writer.*write)(out); }});

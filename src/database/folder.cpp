@@ -83,6 +83,7 @@ std::vector<std::string> fileNames(Form form) {
     return names;
   }
   std::vector<std::string> names;
+  names.reserve(kPackedSections.size() + kTableCount * kPackedTableFiles.size());
   for (const char* const section : kPackedSections) {
     names.push_back(packedFileName(section));
   }
