@@ -1,0 +1,16 @@
+#pragma once
+
+#include "database/legacy_database.h"
+#include "database/model.h"
+#include "database/packed_database.h"
+
+namespace quenfold::database {
+
+/// What a legacy database says, before packing loses any of it. Throws "<file>: <place>: <message>"
+/// where packing's reading stops.
+Model modelOf(LegacyDatabase legacy);
+
+/// What a packed database says. Throws what expanding the tree throws.
+Model modelOf(const PackedDatabase& packed);
+
+}  // namespace quenfold::database
