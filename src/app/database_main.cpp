@@ -21,6 +21,10 @@ Report run(const DatabaseOptions& options) {
       return pack(options.convert);
     case DatabaseOptions::Command::kUnpack:
       return unpack(options.convert);
+    case DatabaseOptions::Command::kDiff:
+      return diff(options.diff);
+    case DatabaseOptions::Command::kShow:
+      return show(options.show);
     default:
       return check(options.check);
   }

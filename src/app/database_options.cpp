@@ -61,6 +61,26 @@ void addConvert(CLI::App& program, DatabaseOptions& options, DatabaseOptions::Co
   command->callback([&options, which] { options.command = which; });
 }
 
+void addDiff(CLI::App& program, DatabaseOptions& options) {
+  CLI::App* const command =
+      program.add_subcommand("diff", "Tell what differs in meaning between two databases");
+  database::DiffRequest& request = options.diff;
+  command->add_flag("--all", request.allPlaces, "Show every place, not the first five");
+  command->add_flag("--json", request.json, "Print the differences as JSON");
+  addQuiet(*command, options);
+  command->add_option("A", request.from, "The one database")->required();
+  command->add_option("B", request.to, "The other")->required();
+  command->callback([&options] { options.command = DatabaseOptions::Command::kDiff; });
+}
+
+void addShow(CLI::App& program, DatabaseOptions& options) {
+  CLI::App* const command = program.add_subcommand("show", "Show what is in a database");
+  command->add_flag("--json", options.show.json, "Print it as JSON");
+  addQuiet(*command, options);
+  command->add_option("FOLDER", options.show.folder, "The database")->required();
+  command->callback([&options] { options.command = DatabaseOptions::Command::kShow; });
+}
+
 }  // namespace
 
 ParsedCommandLine parseDatabaseOptions(int argc, char** argv) {
@@ -74,6 +94,8 @@ ParsedCommandLine parseDatabaseOptions(int argc, char** argv) {
              {"pack", "Pack a legacy database", "LEGACY", "PACKED"});
   addConvert(program, parsed.options, DatabaseOptions::Command::kUnpack,
              {"unpack", "Unpack a packed database", "PACKED", "LEGACY"});
+  addDiff(program, parsed.options);
+  addShow(program, parsed.options);
   try {
     program.parse(argc, argv);
     parsed.run = true;

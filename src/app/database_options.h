@@ -8,12 +8,14 @@ namespace quenfold {
 
 /// What one run of quenfold-db is to do.
 struct DatabaseOptions {
-  enum class Command { kCheck, kPack, kUnpack };
+  enum class Command { kCheck, kPack, kUnpack, kDiff, kShow };
 
   Command command = Command::kCheck;
   bool quiet = false;
   database::CheckRequest check;
   database::ConvertRequest convert;
+  database::DiffRequest diff;
+  database::ShowRequest show;
 };
 
 /// What a command line asks for.

@@ -26,6 +26,26 @@ struct CheckRequest {
 /// `findDatabase`, holding and reading the folder throw.
 Report check(const CheckRequest& request);
 
+struct DiffRequest {
+  std::string from;
+  std::string to;
+  bool allPlaces = false;
+  bool json = false;
+};
+
+/// What differs in meaning. A legacy database is compared with a packed one as packing leaves it.
+/// Throws what `check` throws, and "<path>: <place>: <message>" where packing's reading stops.
+Report diff(const DiffRequest& request);
+
+struct ShowRequest {
+  std::string folder;
+  bool json = false;
+};
+
+/// What is in a database; a legacy one as packing leaves it. Nothing is ever found. Throws what
+/// `diff` throws.
+Report show(const ShowRequest& request);
+
 struct ConvertRequest {
   std::string source;
   std::string target;

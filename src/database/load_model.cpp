@@ -52,6 +52,15 @@ std::vector<LogicalIORecord> recordsOf(const LegacyTable& table, const PortLabel
   return records;
 }
 
+PackedSet packWhole(const LegacyDatabase& legacy) {
+  PackedSet set = packInMemory(legacy);
+  if (!set.stops.empty()) {
+    const ReadingStop& stop = set.stops.front();
+    throw runtimeError("{}: {}: {}", stop.file, stop.place, stop.message);
+  }
+  return set;
+}
+
 /// Lists the ports of an expanded tree, all texts spelled into the model's memory.
 class TreeLister {
  public:
@@ -85,11 +94,7 @@ class TreeLister {
 }  // namespace
 
 Model modelOf(LegacyDatabase legacy) {
-  const PackedSet set = packInMemory(legacy);
-  if (!set.stops.empty()) {
-    const ReadingStop& stop = set.stops.front();
-    throw runtimeError("{}: {}: {}", stop.file, stop.place, stop.message);
-  }
+  const PackedSet set = packWhole(legacy);
   Model model;
   model.devices = set.devices;
   listPorts(legacy.matrices, model);
@@ -100,6 +105,10 @@ Model modelOf(LegacyDatabase legacy) {
   }
   model.text = std::move(legacy.matrices.text);
   return model;
+}
+
+PackedDatabase packedFormOf(const LegacyDatabase& legacy) {
+  return loadPackedDatabase(packWhole(legacy).texts, {});
 }
 
 Model modelOf(const PackedDatabase& packed) {

@@ -10,6 +10,9 @@ namespace quenfold::database {
 /// where packing's reading stops.
 Model modelOf(LegacyDatabase legacy);
 
+/// Packs a legacy database in memory and loads that. Throws the same.
+PackedDatabase packedFormOf(const LegacyDatabase& legacy);
+
 /// What a packed database says. Throws what expanding the tree throws.
 Model modelOf(const PackedDatabase& packed);
 
