@@ -13,6 +13,7 @@ using Folded = std::vector<std::pair<std::string, std::size_t>>;
 
 std::vector<Difference> differencesAt(const std::vector<std::string>& places) {
   std::vector<Difference> differences;
+  differences.reserve(places.size());
   for (const std::string& place : places) {
     differences.push_back({"matrices.json", place, {}, {}});
   }

@@ -7,8 +7,6 @@
 namespace quenfold::database {
 namespace {
 
-using std::string_view_literals::operator""sv;
-
 TEST(ShownText, KeepsWhatCanBeRead) {
   EXPECT_EQ(shownText(""), "");
   EXPECT_EQ(shownText(" CAM 1 \"~\\"), " CAM 1 \"~\\");
@@ -18,7 +16,7 @@ TEST(ShownText, KeepsWhatCanBeRead) {
 
 TEST(ShownText, SpellsControlCharacters) {
   EXPECT_EQ(shownText("a\x1B[31mb\n\t\r\x7F"), "a\\x1B[31mb\\x0A\\x09\\x0D\\x7F");
-  EXPECT_EQ(shownText("\0\x1F \x7E"sv), "\\x00\\x1F ~");
+  EXPECT_EQ(shownText(std::string_view("\0\x1F \x7E", 4)), "\\x00\\x1F ~");
 }
 
 TEST(ShownText, SpellsControlCharactersBeyondAscii) {
