@@ -17,12 +17,15 @@
 namespace quenfold::database {
 namespace {
 
-/// `path` is seen from the folder `at`, or from the current one for `AT_FDCWD`; `name` is for the
-/// message.
-int openFolder(int at, const char* path, const std::string& name) {
+/// `path` is seen from the folder `at`, or from the current one for `AT_FDCWD`.
+int tryOpenFolder(int at, const char* path) {
   constexpr int kFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
-  const int descriptor =
-      uninterrupted([&] { return openat(at, path, kFlags); });  // NOLINT(*-vararg)
+  return uninterrupted([&] { return openat(at, path, kFlags); });  // NOLINT(*-vararg)
+}
+
+/// The same; `name` is for the message.
+int openFolder(int at, const char* path, const std::string& name) {
+  const int descriptor = tryOpenFolder(at, path);
   if (descriptor == kFailed) {
     throw systemError("error while opening folder: {}", name);
   }
@@ -119,7 +122,14 @@ void syncNames(const OpenFolder& folder) { syncFolder(folder.descriptor(), folde
 void syncNamesBeside(const OpenFolder& folder) {
   constexpr const char* kParent = "..";
   const std::string path = folder.pathOf(kParent);
-  const Descriptor parent(openFolder(folder.descriptor(), kParent, path));
+  const int descriptor = tryOpenFolder(folder.descriptor(), kParent);
+  if (descriptor == kFailed) {
+    if (errno == EACCES) {
+      return;
+    }
+    throw systemError("error while opening folder: {}", path);
+  }
+  const Descriptor parent(descriptor);
   syncFolder(parent.get(), path);
 }
 

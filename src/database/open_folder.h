@@ -47,7 +47,7 @@ std::vector<std::string> namesIn(const OpenFolder& folder);
 /// The names in it are on the disk afterwards as they are now. Throws "error while writing folder".
 void syncNames(const OpenFolder& folder);
 
-/// The same of the names beside the folder, its own among them.
+/// The same of the names beside the folder, its own among them, unless the parent may not be read.
 void syncNamesBeside(const OpenFolder& folder);
 
 }  // namespace quenfold::database

@@ -18,7 +18,7 @@ NewFolder::NewFolder(std::string path) : path_(std::move(path)) {
 }
 
 NewFolder::~NewFolder() {
-  if (wasCreated()) {
+  if (!path_.empty()) {
     rmdir(path_.c_str());  // fails when something is in it
   }
 }
@@ -44,9 +44,8 @@ HeldFolder HeldFolder::forWriting(const std::string& path, NameTest isKnown) {
   HeldFolder held(NewFolder(path), path, isKnown);
   held.take(Lock::kExclusive);
   settle(held.folder_, isKnown);
-  if (held.created_.wasCreated()) {
-    syncNamesBeside(held.folder_);
-  }
+  // Who created the folder may have been killed before it was on the disk.
+  syncNamesBeside(held.folder_);
   return held;
 }
 

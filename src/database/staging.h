@@ -20,10 +20,8 @@ class NewFolder {
   NewFolder(const NewFolder&) = delete;
   NewFolder& operator=(const NewFolder&) = delete;
 
-  [[nodiscard]] bool wasCreated() const { return !path_.empty(); }
-
  private:
-  std::string path_;  // empty for none
+  std::string path_;  // empty when it created none
 };
 
 /// A folder that this run has a hold of: no other one changes its files meanwhile, or reads them

@@ -2,8 +2,10 @@
 // and end with main: what the loader and the libraries' own start need cannot be survived by any
 // program, and after main only a coverage build still works, which writes its counters to a file.
 
+#include <dirent.h>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -11,6 +13,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstddef>
+#include <cstdio>
 
 #include "faults/fault_strike.h"
 
@@ -24,6 +27,10 @@ namespace {
 template <typename Function>
 Function next(Function /*self*/, const char* name) {
   return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+int opened(int folder, const char* path, int flags, mode_t mode) {
+  return strikesAt("open", folder, path) ? -1 : next(&openat, "openat")(folder, path, flags, mode);
 }
 
 using Main = int (*)(int, char**, char**);
@@ -69,7 +76,7 @@ int open(const char* path, int flags, ...) {
   va_start(arguments, flags);
   const mode_t mode = va_arg(arguments, mode_t);
   va_end(arguments);
-  return strikes("open", path) ? -1 : openat(AT_FDCWD, path, flags, mode);
+  return opened(AT_FDCWD, path, flags, mode);
 }
 
 int open64(const char* path, int flags, ...) {
@@ -77,7 +84,23 @@ int open64(const char* path, int flags, ...) {
   va_start(arguments, flags);
   const mode_t mode = va_arg(arguments, mode_t);
   va_end(arguments);
-  return strikes("open", path) ? -1 : openat(AT_FDCWD, path, flags, mode);
+  return opened(AT_FDCWD, path, flags, mode);
+}
+
+int openat(int folder, const char* path, int flags, ...) {
+  va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = va_arg(arguments, mode_t);
+  va_end(arguments);
+  return opened(folder, path, flags, mode);
+}
+
+int openat64(int folder, const char* path, int flags, ...) {
+  va_list arguments;
+  va_start(arguments, flags);
+  const mode_t mode = va_arg(arguments, mode_t);
+  va_end(arguments);
+  return opened(folder, path, flags, mode);
 }
 
 ssize_t read(int descriptor, void* buffer, size_t size) {
@@ -120,8 +143,58 @@ int fstat64(int descriptor, struct stat64* status) {
   return strikes("stat", descriptor) ? -1 : next(&fstat64, "fstat64")(descriptor, status);
 }
 
+int fstatat(int folder, const char* path, struct stat* status, int flags) {
+  return strikesAt("stat", folder, path) ? -1
+                                         : next(&fstatat, "fstatat")(folder, path, status, flags);
+}
+
+int fstatat64(int folder, const char* path, struct stat64* status, int flags) {
+  return strikesAt("stat", folder, path)
+             ? -1
+             : next(&fstatat64, "fstatat64")(folder, path, status, flags);
+}
+
 int mkdir(const char* path, mode_t mode) {
   return strikes("mkdir", path) ? -1 : next(&mkdir, "mkdir")(path, mode);
+}
+
+int rmdir(const char* path) { return strikes("rmdir", path) ? -1 : next(&rmdir, "rmdir")(path); }
+
+int flock(int descriptor, int operation) {
+  return strikes("flock", descriptor) ? -1 : next(&flock, "flock")(descriptor, operation);
+}
+
+/// Nobody cuts the power of a test, and disks are slow.
+int fsync(int descriptor) { return strikes("sync", descriptor) ? -1 : 0; }
+
+int fchmod(int descriptor, mode_t mode) {
+  return strikes("chmod", descriptor) ? -1 : next(&fchmod, "fchmod")(descriptor, mode);
+}
+
+int fchown(int descriptor, uid_t user, gid_t group) {
+  return strikes("chown", descriptor) ? -1 : next(&fchown, "fchown")(descriptor, user, group);
+}
+
+int renameat(int fromFolder, const char* from, int toFolder, const char* to) {
+  return strikesAt("rename", fromFolder, from, to)
+             ? -1
+             : next(&renameat, "renameat")(fromFolder, from, toFolder, to);
+}
+
+int unlinkat(int folder, const char* path, int flags) {
+  return strikesAt("unlink", folder, path) ? -1 : next(&unlinkat, "unlinkat")(folder, path, flags);
+}
+
+DIR* fdopendir(int descriptor) {
+  return strikes("list", descriptor) ? nullptr : next(&fdopendir, "fdopendir")(descriptor);
+}
+
+struct dirent* readdir(DIR* folder) {
+  return strikes("list", dirfd(folder)) ? nullptr : next(&readdir, "readdir")(folder);
+}
+
+struct dirent64* readdir64(DIR* folder) {
+  return strikes("list", dirfd(folder)) ? nullptr : next(&readdir64, "readdir64")(folder);
 }
 }
 

@@ -1,5 +1,6 @@
 #include "faults/fault_strike.h"
 
+#include <fcntl.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -7,9 +8,11 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 
 #include "faults/fault_plan.h"
 
@@ -27,6 +30,7 @@ Fault fault;
 bool armed = false;
 unsigned long calls = 0;
 int marks = 0;
+bool tracing = false;
 
 void readPlan() {
   const char* const plan = std::getenv(kFaultVariable);
@@ -35,42 +39,111 @@ void readPlan() {
                                      times.data(), &fault.error) != 4) {
     std::abort();
   }
+  tracing = std::strcmp(plan, kTrace) == 0;
   const bool on = std::strcmp(times.data(), "on") == 0;
   fault.times = on ? ULONG_MAX : std::strtoul(times.data(), nullptr, 10);
 }
 
-/// One write, so that a line is never torn.
-void mark(const char* path) {
-  if (marks++ < kMostMarks) {
-    std::array<char, PATH_MAX + 1> line{};
-    const std::size_t length = strnlen(path, PATH_MAX);
-    std::memcpy(line.data(), path, length);
-    line[length] = '\n';
-    syscall(SYS_write, kMarkDescriptor, line.data(), length + 1);
+/// A line that is put together without allocating.
+class Line {
+ public:
+  void add(const char* text) {
+    const std::size_t length = strnlen(text, bytes_.size() - 1 - used_);
+    std::memcpy(bytes_.data() + used_, text, length);
+    used_ += length;
   }
+  /// The path that the descriptor was opened by.
+  void addPathOf(int descriptor) {
+    std::array<char, 32> link{};
+    std::array<char, PATH_MAX> path{};
+    std::snprintf(link.data(), link.size(), "/proc/self/fd/%d", descriptor);
+    if (readlink(link.data(), path.data(), path.size() - 1) < 0) {
+      std::abort();
+    }
+    add(path.data());
+  }
+  /// One write, so that a line is never torn.
+  void mark() {
+    bytes_.at(used_++) = '\n';
+    syscall(SYS_write, kMarkDescriptor, bytes_.data(), used_);
+  }
+
+ private:
+  std::array<char, std::size_t{2} * PATH_MAX> bytes_{};
+  std::size_t used_ = 0;
+};
+
+/// What a call is about: a path from a folder, or a descriptor alone.
+struct Subject {
+  int descriptor = AT_FDCWD;
+  const char* path = nullptr;
+  const char* to = nullptr;
+};
+
+Line lineOf(const Subject& subject) {
+  Line line;
+  if (subject.descriptor == STDIN_FILENO || subject.descriptor == STDOUT_FILENO) {
+    line.add(subject.descriptor == STDIN_FILENO ? "standard input" : "standard output");
+  } else if (subject.descriptor != AT_FDCWD && (subject.path == nullptr || *subject.path != '/')) {
+    line.addPathOf(subject.descriptor);
+    line.add(subject.path == nullptr ? "" : "/");
+  }
+  line.add(subject.path == nullptr ? "" : subject.path);
+  return line;
+}
+
+void trace(const char* call, const Subject& subject) {
+  Line line = lineOf(subject);
+  line.add("\t");
+  line.add(call);
+  if (subject.to != nullptr) {
+    line.add("\t");
+    line.add(subject.to);
+  }
+  line.mark();
+}
+
+bool isOneOf(const char* call, std::initializer_list<const char*> kinds) {
+  return std::any_of(kinds.begin(), kinds.end(),
+                     [&](const char* kind) { return std::strcmp(call, kind) == 0; });
+}
+
+bool isSystemCall(const char* call) { return !isOneOf(call, {"alloc", "growth"}); }
+
+bool isChange(const char* call) {
+  return isSystemCall(call) && !isOneOf(call, {"read", "stat", "list"});
+}
+
+bool isMeant(const char* call) {
+  const char* const kind = fault.call.data();
+  return std::strcmp(call, kind) == 0 || (std::strcmp(kind, "any") == 0 && isSystemCall(call)) ||
+         (std::strcmp(kind, "change") == 0 && isChange(call));
 }
 
 /// Whether this call is to fail.
 bool isDue(const char* call) {
-  if (!armed || std::strcmp(call, fault.call.data()) != 0) {
+  if (!armed || !isMeant(call)) {
     return false;
   }
   ++calls;
   return calls >= fault.first && calls - fault.first < fault.times;
 }
 
-void markDescriptor(int descriptor) {
-  if (descriptor == STDIN_FILENO || descriptor == STDOUT_FILENO) {
-    mark(descriptor == STDIN_FILENO ? "standard input" : "standard output");
-    return;
+bool strikesSubject(const char* call, const Subject& subject) {
+  if (tracing && armed && isChange(call)) {
+    trace(call, subject);
   }
-  std::array<char, 32> link{};
-  std::array<char, PATH_MAX> path{};
-  std::snprintf(link.data(), link.size(), "/proc/self/fd/%d", descriptor);
-  if (readlink(link.data(), path.data(), path.size() - 1) < 0) {
-    std::abort();
+  if (!isDue(call)) {
+    return false;
   }
-  mark(path.data());
+  if (marks++ < kMostMarks) {
+    lineOf(subject).mark();
+  }
+  if (fault.error == 0) {
+    syscall(SYS_kill, getpid(), SIGKILL);
+  }
+  errno = fault.error;
+  return true;
 }
 
 }  // namespace
@@ -82,22 +155,12 @@ void arm() {
 
 void disarm() { armed = false; }
 
-bool strikes(const char* call, const char* path) {
-  if (!isDue(call)) {
-    return false;
-  }
-  mark(path);
-  errno = fault.error;
-  return true;
-}
+bool strikes(const char* call, const char* path) { return strikesSubject(call, {AT_FDCWD, path}); }
 
-bool strikes(const char* call, int descriptor) {
-  if (!isDue(call)) {
-    return false;
-  }
-  markDescriptor(descriptor);
-  errno = fault.error;
-  return true;
+bool strikes(const char* call, int descriptor) { return strikesSubject(call, {descriptor}); }
+
+bool strikesAt(const char* call, int folder, const char* path, const char* to) {
+  return strikesSubject(call, {folder, path, to});
 }
 
 bool strikesAllocation(std::size_t size) {

@@ -16,6 +16,9 @@ void disarm();
 bool strikes(const char* call, const char* path);
 bool strikes(const char* call, int descriptor);
 
+/// The same for a path that is seen from a folder. `to` is the new name in a rename.
+bool strikesAt(const char* call, int folder, const char* path, const char* to = nullptr);
+
 /// Whether this allocation is to fail; errno is then set.
 bool strikesAllocation(std::size_t size);
 

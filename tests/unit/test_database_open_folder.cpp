@@ -75,6 +75,7 @@ TEST(IsAt, ComparesTheFolderAndNotThePath) {
   EXPECT_TRUE(isAt(folder, path));
   EXPECT_TRUE(isAt(folder, link));
   EXPECT_FALSE(isAt(folder, scratch.path()));
+  EXPECT_FALSE(isAt(folder, "/proc")) << "another file system";
   fs::rename(path, elsewhere);
   EXPECT_FALSE(isAt(folder, path));
   ASSERT_TRUE(createFolder(path));
