@@ -2,9 +2,9 @@
 option(QUENFOLD_STATIC_RUNTIME "Link the C++ runtime and fmt into the program" OFF)
 
 find_package(fmt REQUIRED)
-# There is no packaged static fmt, but its headers hold all of it.
+# There is no packaged static fmt, but its headers hold all of it: src makes a library of them.
 if(QUENFOLD_STATIC_RUNTIME)
-  set(QUENFOLD_FMT fmt::fmt-header-only)
+  set(QUENFOLD_FMT quenfold_fmt)
 else()
   set(QUENFOLD_FMT fmt::fmt)
 endif()
