@@ -19,7 +19,7 @@ std::vector<std::uint32_t> hashesOf(const std::vector<Key>& keys) {
   std::vector<std::uint32_t> hashes;
   hashes.reserve(keys.size());
   for (const Key& key : keys) {
-    hashes.push_back(hashOf(key));
+    hashes.push_back(quenfold::hashOf(key));
   }
   return hashes;
 }
@@ -56,10 +56,12 @@ TEST(KeyHash, SpreadsRegularNumbers) {
 
 TEST(KeyHash, IsThatOfTheBytes) {
   const std::string text = "F1.A.in[1].t.ch1";
-  EXPECT_EQ(hashOf(std::string_view(text)), hashOf(std::string_view(std::string(text))));
-  EXPECT_EQ(TextHash()(text), hashOf(std::string_view(text)));
-  EXPECT_EQ(hashOf(std::string_view("a\0b", 3)), hashOf(std::string_view("a\0b", 3)));
-  EXPECT_NE(hashOf(std::string_view("a\0b", 3)), hashOf(std::string_view("a")));
+  EXPECT_EQ(quenfold::hashOf(std::string_view(text)),
+            quenfold::hashOf(std::string_view(std::string(text))));
+  EXPECT_EQ(TextHash()(text), quenfold::hashOf(std::string_view(text)));
+  EXPECT_EQ(quenfold::hashOf(std::string_view("a\0b", 3)),
+            quenfold::hashOf(std::string_view("a\0b", 3)));
+  EXPECT_NE(quenfold::hashOf(std::string_view("a\0b", 3)), quenfold::hashOf(std::string_view("a")));
 }
 
 }  // namespace

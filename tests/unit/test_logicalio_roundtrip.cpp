@@ -17,13 +17,13 @@ namespace {
 
 using test::LogicalIOFolder;
 
-constexpr const char* kDevices = R"({"deviceLabels": [
+constexpr const char* kThreeDevices = R"({"deviceLabels": [
   {"id": "SN1", "label": "Stage", "serial": "SN1"},
   {"id": "SN2", "label": "FOH", "serial": "SN2"},
   {"id": "SN3", "label": "SN3", "serial": "SN3"}]})";
 
 // The label "Choir" stands for two ports; the second one wins when packing.
-constexpr const char* kPortLabels = R"({"portLabels": {
+constexpr const char* kPortLabelsWithATwin = R"({"portLabels": {
   "SN2.slot1.in[2].mic.ch0": "Vox", "SN1.slot0.in[4].mic.ch0": "Choir",
   "SN1.slot0.in[5].mic.ch0": "Choir", "SN1.slot0.out[1].line.ch2": "é"}})";
 
@@ -53,7 +53,7 @@ PackedFiles packed(const LogicalIOFolder& folder, const std::string& legacy) {
 }
 
 TEST(LogicalIORoundTrip, TheSecondAndThirdPackedFilesAreEqual) {
-  const LogicalIOFolder folder(kDevices, kPortLabels);
+  const LogicalIOFolder folder(kThreeDevices, kPortLabelsWithATwin);
   const PackedFiles first = packed(folder, kDestinations);
   const std::string legacy = folder.unpack("logicalDestinations").first;
   const PackedFiles second = packed(folder, legacy);
@@ -64,7 +64,8 @@ TEST(LogicalIORoundTrip, TheSecondAndThirdPackedFilesAreEqual) {
 }
 
 TEST(LogicalIORoundTrip, RecordsComeBack) {
-  const LogicalIOFolder folder(kDevices, R"({"portLabels": {"SN2.slot1.in[2].mic.ch0": "Vox"}})");
+  const LogicalIOFolder folder(kThreeDevices,
+                               R"({"portLabels": {"SN2.slot1.in[2].mic.ch0": "Vox"}})");
   folder.pack(R"({"LogicalDestinations": {"levelKeys": [1, 2], "LogicalDestination": [
       {"name": "Mon 1", "id": 3, "oid": ["Vox", "Stage.slot0.in[4].mic.ch0"], "redirect": 5,
        "description": "D", "category": ["5", "Show"], "tally": "T"},

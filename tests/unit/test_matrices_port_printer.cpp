@@ -8,7 +8,7 @@
 namespace quenfold::unpacking {
 namespace {
 
-constexpr std::int32_t kLargest = 2147483647;
+constexpr std::int32_t kLargestNumber = 2147483647;
 
 std::string formatPort(std::string_view pattern, std::int32_t number) {
   std::string text;
@@ -50,9 +50,9 @@ TEST(AppendPort, AllocatesNothingWhereThereIsRoom) {
   for (const char* pattern : {"a port of some length without a number", "in[{}] of some length",
                               "{:>40}", "{0:b} and once more {0:b}"}) {
     std::string text;
-    text.reserve(static_cast<std::size_t>(longestPortText(pattern, 1, kLargest)));
+    text.reserve(static_cast<std::size_t>(longestPortText(pattern, 1, kLargestNumber)));
     const char* const room = text.data();
-    appendPort(text, splitPattern(pattern), kLargest);
+    appendPort(text, splitPattern(pattern), kLargestNumber);
     EXPECT_EQ(text.data(), room) << pattern;
   }
 }
@@ -60,7 +60,7 @@ TEST(AppendPort, AllocatesNothingWhereThereIsRoom) {
 TEST(LongestNumber, LooksAtBothEnds) {
   EXPECT_EQ(longestNumber(1, 9), 1U);
   EXPECT_EQ(longestNumber(9, 10), 2U);
-  EXPECT_EQ(longestNumber(-kLargest - 1, 0), 11U);
+  EXPECT_EQ(longestNumber(-kLargestNumber - 1, 0), 11U);
 }
 
 TEST(LongestPortText, IsExactWithoutSpecifications) {
@@ -125,9 +125,9 @@ TEST(LongestPortText, PassesOverTheFillOfAField) {
 }
 
 TEST(LongestPortText, HoldsTheLongestNumberOfAll) {
-  const std::size_t length = formatPort("{:+#b}", -kLargest - 1).size();
+  const std::size_t length = formatPort("{:+#b}", -kLargestNumber - 1).size();
   EXPECT_EQ(length, 35U);
-  EXPECT_LE(length, longestPortText("{:+#b}", -kLargest - 1, 0));
+  EXPECT_LE(length, longestPortText("{:+#b}", -kLargestNumber - 1, 0));
 }
 
 TEST(LongestPortText, TakesMalformedPatternsForWhatTheyHold) {
@@ -142,21 +142,21 @@ TEST(LongestPortText, RefusesWhatPadsToMore) {
   for (const char* pattern : {"{:4097}", "{:>1999999999}", "x{:>1999999999}[{}]", "{0:{0}}",
                               "{0:4096}{0:1}", "{:4294967297}", "{:18446744073709551617}",
                               "{:99999999999999999999999}", "{:}<4097}", "{:\xf0}}}>4097}"}) {
-    EXPECT_EQ(test::messageOf([&] { longestPortText(pattern, 1, kLargest); }),
+    EXPECT_EQ(test::messageOf([&] { longestPortText(pattern, 1, kLargestNumber); }),
               "port pattern too wide: more than 4096")
         << pattern;
   }
 }
 
-PortTypeGroup groupOf(std::string pattern) {
+PortTypeGroup groupSpelled(std::string pattern) {
   PortTypeGroup group;
   group.port = std::move(pattern);
   return group;
 }
 
 TEST(PortPrinter, SpellsOneAfterTheOther) {
-  const PortTypeGroup group = groupOf("in[{}]");
-  const PortTypeGroup plain = groupOf("x");
+  const PortTypeGroup group = groupSpelled("in[{}]");
+  const PortTypeGroup plain = groupSpelled("x");
   PortPrinter name(40);
   name.startBlock("Desk", {"A", &group, "audio", {}});
   name.startPort(10);
@@ -172,7 +172,7 @@ TEST(PortPrinter, SpellsOneAfterTheOther) {
 }
 
 TEST(PortPrinter, UsesTheFormatterForOtherPatterns) {
-  const PortTypeGroup group = groupOf("{0:>4}{{{0}");
+  const PortTypeGroup group = groupSpelled("{0:>4}{{{0}");
   PortPrinter name(100);
   name.startBlock("D", {"A", &group, "t", {}});
   name.startPort(7);
@@ -180,7 +180,7 @@ TEST(PortPrinter, UsesTheFormatterForOtherPatterns) {
 }
 
 TEST(PortPrinter, AllocatesNothingForNamesOfTheLengthToldBefore) {
-  const PortTypeGroup group = groupOf("some port[{:>8}]");
+  const PortTypeGroup group = groupSpelled("some port[{:>8}]");
   PortPrinter name(62);
   name.startBlock("Device", {"slot", &group, "a long type of signal", {}});
   name.startPort(1);
@@ -191,7 +191,7 @@ TEST(PortPrinter, AllocatesNothingForNamesOfTheLengthToldBefore) {
 }
 
 TEST(PortPrinter, ThrowsForABadPatternOnceAPortIsSpelled) {
-  const PortTypeGroup group = groupOf("x{[{}]");
+  const PortTypeGroup group = groupSpelled("x{[{}]");
   PortPrinter name(100);
   name.startBlock("D", {"A", &group, "t", {}});
   EXPECT_NE(test::messageOf([&] { name.startPort(1); }), "");

@@ -22,10 +22,11 @@ class PackedFolder : public test::ScratchFolder {
   }
 };
 
-constexpr const char* kOnePort = R"({"S1":{"s":[{"port":["in[]",[1],"s"],"types":[["t",[1]]]}]}})";
+constexpr const char* kTreeOfOnePort =
+    R"({"S1":{"s":[{"port":["in[]",[1],"s"],"types":[["t",[1]]]}]}})";
 
 TEST(ConvertPackedMatrices, WritesWhatIsAskedFor) {
-  const PackedFolder packed(kOnePort);
+  const PackedFolder packed(kTreeOfOnePort);
   const std::string out = packed.path("out");
   const std::uint32_t total =
       convertPackedMatrices(packed.path(), {"userPortLabels.json", "other.json"}, out);
@@ -47,7 +48,7 @@ TEST(ConvertPackedMatrices, CreatesTheDirectoryForItsOwnerAlone) {
 }
 
 TEST(ConvertPackedMatrices, WritesIntoADirectoryDated2040) {
-  const PackedFolder packed(kOnePort);
+  const PackedFolder packed(kTreeOfOnePort);
   const std::string out = packed.path("out");
   std::filesystem::create_directory(out);
   test::date2040(out);
