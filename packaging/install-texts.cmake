@@ -1,11 +1,12 @@
-# Installs the manual page, with the version and the folder of the documents as it is under this prefix,
-# and the documents. They lie in one folder there: a link to another of them leads to it, and one to
+# Installs a manual page, with the version and the folder of the documents as it is under this prefix,
+# and the documents, if any. They lie in one folder there: a link to another of them leads to it, and one to
 # what is not installed is plain text.
 cmake_path(ABSOLUTE_PATH MANDIR BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}" NORMALIZE)
 cmake_path(ABSOLUTE_PATH DOCDIR BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}" NORMALIZE)
 
-configure_file("${PAGE}" "${WORK}/quenfold.1" @ONLY)
-file(INSTALL "${WORK}/quenfold.1" DESTINATION "${MANDIR}/man1")
+cmake_path(GET PAGE FILENAME NAME)
+configure_file("${PAGE}" "${WORK}/${NAME}" @ONLY)
+file(INSTALL "${WORK}/${NAME}" DESTINATION "${MANDIR}/man1")
 
 # Two bytes that stand in no document mark the links that stay.
 string(ASCII 1 OPEN)
