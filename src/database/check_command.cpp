@@ -1,7 +1,6 @@
 #include "database/check.h"
 #include "database/commands.h"
-#include "database/folder.h"
-#include "database/staging.h"
+#include "database/held_database.h"
 
 namespace quenfold::database {
 namespace {
@@ -18,10 +17,9 @@ Findings findingsOf(const Folder& folder, bool allPlaces) {
 }  // namespace
 
 Report check(const CheckRequest& request) {
-  const Folder folder = findDatabase(request.folder);
-  const HeldFolder held = HeldFolder::forReading(folder.path, isDatabaseFile);
-  const Findings findings = findingsOf(folder, request.allPlaces);
-  return {request.json ? findingsJson(findings, folder.form) : findingsText(findings),
+  const HeldDatabase held(request.folder);
+  const Findings findings = findingsOf(held.folder(), request.allPlaces);
+  return {request.json ? findingsJson(findings, held.folder().form) : findingsText(findings),
           anyCounts(findings, request.strict, {})};
 }
 

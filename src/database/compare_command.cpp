@@ -1,10 +1,9 @@
 #include "database/commands.h"
 #include "database/difference.h"
 #include "database/difference_writer.h"
-#include "database/folder.h"
+#include "database/held_database.h"
 #include "database/load_model.h"
 #include "database/size_table.h"
-#include "database/staging.h"
 #include "database/summary.h"
 #include "database/summary_json.h"
 #include "database/summary_text.h"
@@ -20,18 +19,17 @@ PackedDatabase packedFormIn(const Folder& folder) {
 
 /// Two legacy databases are compared as they are, before packing loses anything.
 Model modelIn(const Folder& folder, bool asIs) {
-  const HeldFolder held = HeldFolder::forReading(folder.path, isDatabaseFile);
   return asIs ? modelOf(readLegacyDatabase(folder.path)) : modelOf(packedFormIn(folder));
 }
 
 }  // namespace
 
 Report diff(const DiffRequest& request) {
-  const Folder from = findDatabase(request.from);
-  const Folder to = findDatabase(request.to);
-  const bool bothLegacy = from.form == Form::kLegacy && to.form == Form::kLegacy;
-  const Model before = modelIn(from, bothLegacy);
-  const Model after = modelIn(to, bothLegacy);
+  const HeldDatabase from(request.from);
+  const HeldDatabase to(request.to);
+  const bool bothLegacy = from.folder().form == Form::kLegacy && to.folder().form == Form::kLegacy;
+  const Model before = modelIn(from.folder(), bothLegacy);
+  const Model after = modelIn(to.folder(), bothLegacy);
   const Differences differences = compare(before, after);
   return {request.json ? std::string(textOf(differencesJson(differences, request.allPlaces)))
                        : differencesText(differences, request.allPlaces),
@@ -39,8 +37,8 @@ Report diff(const DiffRequest& request) {
 }
 
 Report show(const ShowRequest& request) {
-  const Folder folder = findDatabase(request.folder);
-  const HeldFolder held = HeldFolder::forReading(folder.path, isDatabaseFile);
+  const HeldDatabase held(request.folder);
+  const Folder& folder = held.folder();
   const PackedDatabase database = packedFormIn(folder);
   Summary summary = summarise(database);
   summary.form = folder.form;

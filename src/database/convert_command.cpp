@@ -25,7 +25,8 @@ namespace {
 /// only shows what it would do leaves the target alone.
 class HeldFolders {
  public:
-  HeldFolders(const ConvertRequest& request, const std::string& source, const std::string& target) {
+  HeldFolders(const ConvertRequest& request, const std::string& target) {
+    const std::string source = findFolder(request.source);
     if (!request.dryRun) {
       target_.emplace(HeldFolder::forWriting(target, isDatabaseFile));
     }
@@ -161,9 +162,9 @@ FileTexts unpackTables(PackedDatabase& database) {
 }  // namespace
 
 Report pack(const ConvertRequest& request) {
-  const Folder source = sourceOf(request.source, Form::kLegacy);
   const std::string target = pathFor(request.target, Form::kPacked);
-  const HeldFolders held(request, source.path, target);
+  const HeldFolders held(request, target);
+  const Folder source = sourceOf(request.source, Form::kLegacy);
   const LegacyDatabase legacy = readLegacyDatabase(source.path);
   const PackedSet set = packInMemory(legacy);
   const Findings findings = checkLegacy(legacy, set, false);
@@ -184,9 +185,9 @@ Report pack(const ConvertRequest& request) {
 }
 
 Report unpack(const ConvertRequest& request) {
-  const Folder source = sourceOf(request.source, Form::kPacked);
   const std::string target = pathFor(request.target, Form::kLegacy);
-  const HeldFolders held(request, source.path, target);
+  const HeldFolders held(request, target);
+  const Folder source = sourceOf(request.source, Form::kPacked);
   const FileTexts texts = readPackedFiles(source.path);
   PackedDatabase database = loadPackedDatabase(texts, source.path);
   const Findings findings = checkPacked(texts, database, false);

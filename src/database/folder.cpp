@@ -35,20 +35,21 @@ Argument takeApart(std::string_view argument) {
   return {std::string(argument), true, true};
 }
 
-void requireFolder(const std::string& path) {
-  struct stat status = {};
-  if (stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
-    throw runtimeError("no such folder: {}", path);
-  }
-}
-
 }  // namespace
 
 std::string_view formName(Form form) { return form == Form::kLegacy ? "legacy" : "packed"; }
 
+std::string findFolder(std::string_view argument) {
+  std::string path = takeApart(argument).path;
+  struct stat status = {};
+  if (stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
+    throw runtimeError("no such folder: {}", path);
+  }
+  return path;
+}
+
 Folder findDatabase(std::string_view argument) {
   const auto [path, mayBeLegacy, mayBePacked] = takeApart(argument);
-  requireFolder(path);
   const bool legacy = mayBeLegacy && isThere(joinPath(path, kMatricesFile));
   const bool packed = mayBePacked && isThere(joinPath(path, packedFileName(kMatricesSection)));
   if (legacy && packed) {

@@ -18,10 +18,14 @@ struct Folder {
   Form form = Form::kLegacy;
 };
 
-/// The database that an argument "PATH", "legacy:PATH" or "packed:PATH" names. A folder is packed
-/// when it holds "dbpack_matrices.json" and legacy when it holds "matrices.json"; where both are
-/// there the argument must tell. Throws "no such folder: <path>", "no database in <path>", "no
-/// legacy database in <path>" (or packed) and "<path> holds a legacy and a packed database: say
+/// The folder that an argument "PATH", "legacy:PATH" or "packed:PATH" names. Throws "no such
+/// folder: <path>".
+std::string findFolder(std::string_view argument);
+
+/// The database that such an argument names, in a folder that is held: what an interrupted run left
+/// may hide it. A folder is packed when it holds "dbpack_matrices.json" and legacy when it holds
+/// "matrices.json"; where both are there the argument must tell. Throws "no database in <path>",
+/// "no legacy database in <path>" (or packed) and "<path> holds a legacy and a packed database: say
 /// legacy:<path> or packed:<path>".
 Folder findDatabase(std::string_view argument);
 
