@@ -24,7 +24,7 @@ Findings checkLegacy(const LegacyDatabase& legacy, const PackedSet& set, bool al
   checkSerials(set.devices, findings);
   for (const Table table : kTables) {
     if (packed.tables.at(table)) {
-      checkTable(table, *legacy.tables.at(table), {packed, set.portKeys, ports}, findings);
+      checkTable(table, *legacy.tables.at(table), {packed, model, set.portKeys, ports}, findings);
     }
   }
   return findings;

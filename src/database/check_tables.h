@@ -3,6 +3,7 @@
 #include "database/findings.h"
 #include "database/known_ports.h"
 #include "database/legacy_database.h"
+#include "database/model.h"
 #include "database/packed_database.h"
 
 namespace quenfold::database {
@@ -10,6 +11,7 @@ namespace quenfold::database {
 /// What a legacy table is compared with.
 struct TableContext {
   const PackedDatabase& packed;  // what the whole database is packed to
+  const Model& model;            // what its matrices list
   const PortLabelMap& portKeys;  // what packing takes a port's label for
   KnownPorts& ports;             // those of the matrices
 };

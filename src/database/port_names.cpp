@@ -7,18 +7,26 @@
 
 namespace quenfold::database {
 
+namespace {
+
+void makeUnique(std::vector<std::string_view>& names) {
+  std::sort(names.begin(), names.end());
+  names.erase(std::unique(names.begin(), names.end()), names.end());
+}
+
+}  // namespace
+
 PortNames::PortNames(const LegacyTable& legacy, const TableContext& context) : context_(context) {
   noteTexts(legacy);
-  for (const PortLabelMap::Entry& entry : context.packed.labelsByName.entries()) {
-    const auto used = bearers_.find(entry.label);
-    if (used != bearers_.end()) {
-      used->second.emplace_back(entry.key);
+  noteListed();
+  noteReturned();
+  for (auto& [text, bearers] : bearers_) {
+    if (isListed(text)) {
+      bearers.listed.push_back(text);
+      bearers.returned.push_back(text);
     }
-  }
-  for (auto& [text, keys] : bearers_) {
-    if (isListed(text) && std::find(keys.begin(), keys.end(), text) == keys.end()) {
-      keys.emplace_back(text);
-    }
+    makeUnique(bearers.listed);
+    makeUnique(bearers.returned);
   }
 }
 
@@ -33,8 +41,8 @@ std::string_view PortNames::shownName(std::string_view key) const {
   return label == nullptr ? key : *label;
 }
 
-const std::vector<std::string>& PortNames::bearersOf(std::string_view text) const {
-  static const std::vector<std::string> kNone;
+const PortNames::Bearers& PortNames::bearersOf(std::string_view text) const {
+  static const Bearers kNone;
   const auto found = bearers_.find(text);
   return found == bearers_.end() ? kNone : found->second;
 }
@@ -62,6 +70,26 @@ void PortNames::noteTexts(const LegacyTable& legacy) {
           }
         }
       }
+    }
+  }
+}
+
+void PortNames::noteListed() {
+  for (const Port& port : context_.model.ports) {
+    if (!port.label.empty()) {
+      const auto used = bearers_.find(port.label);
+      if (used != bearers_.end()) {
+        used->second.listed.push_back(port.name);
+      }
+    }
+  }
+}
+
+void PortNames::noteReturned() {
+  for (const PortLabelMap::Entry& entry : context_.packed.labelsByName.entries()) {
+    const auto used = bearers_.find(entry.label);
+    if (used != bearers_.end()) {
+      used->second.returned.push_back(entry.key);
     }
   }
 }

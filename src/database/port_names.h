@@ -23,9 +23,14 @@ class PortNames {
   /// What unpacking calls the port of that key: its label or the key itself.
   [[nodiscard]] std::string_view shownName(std::string_view key) const;
 
-  /// The keys of all ports that the text names, as their label or key; only for texts of the table
-  /// and what unpacking makes of them.
-  [[nodiscard]] const std::vector<std::string>& bearersOf(std::string_view text) const;
+  /// All ports that a text names, as their label or key, each once in the order of their bytes.
+  struct Bearers {
+    std::vector<std::string_view> listed;    // in the legacy matrices
+    std::vector<std::string_view> returned;  // in what unpacking makes of them
+  };
+
+  /// Only for texts of the table and what unpacking makes of them.
+  [[nodiscard]] const Bearers& bearersOf(std::string_view text) const;
 
   /// Whether a matrix lists the port.
   [[nodiscard]] bool isListed(std::string_view key) const {
@@ -35,9 +40,11 @@ class PortNames {
  private:
   void noteText(std::string_view text);
   void noteTexts(const LegacyTable& legacy);
+  void noteListed();
+  void noteReturned();
 
   const TableContext& context_;
-  std::unordered_map<std::string_view, std::vector<std::string>, TextHash> bearers_;
+  std::unordered_map<std::string_view, Bearers, TextHash> bearers_;
 };
 
 }  // namespace quenfold::database

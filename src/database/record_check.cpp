@@ -54,15 +54,16 @@ bool comesBack(const cJSON& member, const LogicalIORecord& returned) {
 }
 
 /// A few of them, for a name that thousands of ports bear.
-std::string listed(const std::vector<std::string>& bearers, const std::string& packed) {
+std::string listed(const std::vector<std::string_view>& bearers, const std::string& packed) {
   constexpr std::size_t kMostListed = 5;
   std::vector<std::string_view> others;
-  for (const std::string& bearer : bearers) {
+  for (const std::string_view bearer : bearers) {
     if (bearer != packed && others.size() < kMostListed) {
       others.push_back(bearer);
     }
   }
-  const std::size_t left = bearers.size() - 1 - others.size();
+  const bool isAmong = std::find(bearers.begin(), bearers.end(), packed) != bearers.end();
+  const std::size_t left = bearers.size() - (isAmong ? 1 : 0) - others.size();
   return fmt::format("{}{}", fmt::join(others, ", "),
                      left == 0 ? std::string() : fmt::format(" and {} more", left));
 }
@@ -180,11 +181,12 @@ void RecordCheck::checkPortText(std::string_view text, std::size_t position,
       position < ports.size() ? std::string_view(ports[position]) : std::string_view();
   const std::string_view shown = names_.shownName(returned);
   const std::optional<std::string> back = names_.keyOf(shown);
-  if (back != key) {
+  const std::vector<std::string_view>& own = names_.bearersOf(text).listed;
+  if (back != key || (own.size() == 1 && *back != own.front())) {
     addPort(Kind::kPortChanged, fmt::format(" -> {}", back ? *back : returned));
   }
-  const std::vector<std::string>& own = names_.bearersOf(text);
-  const std::vector<std::string>& bearers = own.size() > 1 ? own : names_.bearersOf(shown);
+  const std::vector<std::string_view>& bearers =
+      own.size() > 1 ? own : names_.bearersOf(shown).returned;
   if (bearers.size() > 1) {
     addPort(Kind::kPortAmbiguous, fmt::format(" -> {}, also {}", *key, listed(bearers, *key)));
   }

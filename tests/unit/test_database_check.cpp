@@ -1,0 +1,78 @@
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "database/check.h"
+#include "support/scratch.h"
+
+namespace quenfold::database {
+namespace {
+
+using Told = std::vector<std::string>;
+
+/// Ports of one matrix "A.t" of a device "A" with the serial number "S".
+std::string matricesOf(const std::string& ports) {
+  return R"({"Config":{"version":8,"Matrices":[{"id":0,"name":"A.t","serialnumber":"S","ports":[)" +
+         ports + "]}]}}";
+}
+
+std::string portOf(const std::string& name, const std::string& label) {
+  return R"({"port":")" + name + R"(","label":")" + label + R"("})";
+}
+
+/// One source with the id 1, the name "Cam" and a single port.
+std::string sourcesWith(const std::string& port) {
+  return R"({"LogicalSources":{"version":10,"LogicalSource":[{"id":1,"name":"Cam","val":[")" +
+         port + R"("]}]}})";
+}
+
+Told linesOf(const Findings& findings) {
+  Told lines;
+  for (std::size_t kind = 0; kind < kKinds.size(); ++kind) {
+    for (const auto& [file, group] : findings.of(static_cast<Kind>(kind))) {
+      for (const std::string& place : group.places) {
+        lines.push_back(std::string(kKinds.at(kind).name) + " " + file + ": " + place);
+      }
+    }
+  }
+  return lines;
+}
+
+/// Every finding as "<kind> <file>: <place>".
+Told told(const std::string& matrices, const std::string& sources) {
+  const test::ScratchFolder folder;
+  static_cast<void>(folder.file("matrices.json", matrices));
+  static_cast<void>(folder.file("sources.json", sources));
+  const LegacyDatabase legacy = readLegacyDatabase(folder.path());
+  return linesOf(checkLegacy(legacy, packInMemory(legacy), true));
+}
+
+TEST(CheckLegacy, FindsNothingInWhatComesBack) {
+  EXPECT_EQ(told(matricesOf(portOf("A.s.in[1].t.ch1", "Stage")), sourcesWith("Stage")), Told{});
+}
+
+// The second port's label is that of its last entry, which the label "Stage" is no longer.
+TEST(CheckLegacy, TellsALabelOfSeveralPortsOfWhichOneLosesIt) {
+  EXPECT_EQ(told(matricesOf(portOf("A.s.in[1].t.ch1", "Stage") + "," +
+                            portOf("A.s.in[2].t.ch1", "Stage") + "," +
+                            portOf("A.s.in[2].t.ch1", "Choir")),
+                 sourcesWith("Stage")),
+            (Told{"port-repeated matrices.json: A.s.in[2].t.ch1",
+                  "label-lost matrices.json: A.s.in[2].t.ch1: \"Stage\" -> \"Choir\"",
+                  "port-ambiguous sources.json: sources.json 1 \"Cam\" port 1: \"Stage\" -> "
+                  "A.s.in[2].t.ch1, also A.s.in[1].t.ch1"}));
+}
+
+TEST(CheckLegacy, TellsALabelWhosePortComesBackSpelledOtherwise) {
+  EXPECT_EQ(told(matricesOf(portOf("A.s.in[01].t.ch1", "Stage")), sourcesWith("Stage")),
+            (Told{"port-added matrices.json: A.s.in[1].t.ch1",
+                  "port-lost matrices.json: A.s.in[01].t.ch1",
+                  "port-changed sources.json: sources.json 1 \"Cam\" port 1: \"Stage\" -> "
+                  "A.s.in[1].t.ch1",
+                  "port-dangling sources.json: sources.json 1 \"Cam\" port 1: \"Stage\""}));
+}
+
+}  // namespace
+}  // namespace quenfold::database
