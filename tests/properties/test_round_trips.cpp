@@ -1,0 +1,103 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "database/check.h"
+#include "properties/compared.h"
+#include "properties/found_places.h"
+#include "properties/meaning.h"
+#include "properties/runs.h"
+#include "support/scratch_path.h"
+
+namespace quenfold::properties {
+namespace {
+
+using database::Findings;
+using database::LegacyDatabase;
+
+/// What one seed led to.
+struct Outcome {
+  std::optional<bool> clean;  // whether the check finds nothing but notes; none if it fails
+  std::string failure;        // of the check
+  std::string roundTripFailure;
+  std::vector<Difference> differences;
+};
+
+Outcome tryDatabase(std::uint32_t seed) {
+  const test::ScratchPath scratch;
+  const Hush hush;
+  const std::string legacy = (scratch.path() / "legacy").string();
+  const std::string packed = (scratch.path() / "packed").string();
+  const std::string returned = (scratch.path() / "returned").string();
+  std::filesystem::create_directories(legacy);
+  writeLegacy(legacy, seed);
+  Outcome outcome;
+  std::optional<Findings> findings;
+  try {
+    const LegacyDatabase database = database::readLegacyDatabase(legacy);
+    findings = database::checkLegacy(database, database::packInMemory(database), true);
+    outcome.clean = !anyCounts(*findings, false, {});
+  } catch (const std::exception& failure) {
+    outcome.failure = failure.what();
+  }
+  try {
+    packWithQuenfold(legacy, packed);
+    unpackWithQuenfold(packed, returned);
+  } catch (const std::exception& failure) {
+    outcome.roundTripFailure = failure.what();
+    return outcome;
+  }
+  if (findings) {
+    outcome.differences =
+        differences(readMeaning(legacy), readMeaning(returned), FoundPlaces(*findings));
+  }
+  return outcome;
+}
+
+/// How many of the databases there were.
+struct Tally {
+  std::uint32_t clean = 0;
+  std::uint32_t found = 0;
+  std::uint32_t failed = 0;
+  std::size_t differences = 0;
+};
+
+void requireProperties(std::uint32_t seed, Tally& tally) {
+  const Outcome outcome = tryDatabase(seed);
+  EXPECT_EQ(outcome.failure.empty(), outcome.roundTripFailure.empty())
+      << "seed " << seed << ": " << outcome.failure << " / " << outcome.roundTripFailure;
+  if (!outcome.clean) {
+    ++tally.failed;
+    return;
+  }
+  ++(*outcome.clean ? tally.clean : tally.found);
+  tally.differences += outcome.differences.size();
+  EXPECT_FALSE(*outcome.clean && !outcome.differences.empty())
+      << "seed " << seed << ": nothing found, but " << outcome.differences.front().what;
+  for (const Difference& difference : outcome.differences) {
+    EXPECT_TRUE(difference.named) << "seed " << seed << ": no finding names: " << difference.what;
+  }
+}
+
+TEST(RoundTrips, WhatDiffersIsNamedAndWhatIsNotFoundIsTheSame) {
+  const Seeds seeds = seedsToTry(300);
+  Tally tally;
+  for (std::uint32_t seed = seeds.first; seed < seeds.first + seeds.count; ++seed) {
+    requireProperties(seed, tally);
+  }
+  std::cout << seeds.count << " databases: " << tally.clean << " with nothing but notes, "
+            << tally.found << " with findings, " << tally.failed << " that neither does; "
+            << tally.differences << " differences\n";
+  EXPECT_GT(tally.clean, seeds.count / 20);
+  EXPECT_GT(tally.found, seeds.count / 20);
+}
+
+}  // namespace
+}  // namespace quenfold::properties
