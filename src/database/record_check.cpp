@@ -177,22 +177,25 @@ void RecordCheck::checkPortText(std::string_view text, std::size_t position,
     return;
   }
   const std::vector<std::string>& ports = record.returned.ports;
-  const std::string_view returned =
-      position < ports.size() ? std::string_view(ports[position]) : std::string_view();
-  const std::string_view shown = names_.shownName(returned);
-  const std::optional<std::string> back = names_.keyOf(shown);
+  const std::string_view shown = position < ports.size() ? names_.shownName(ports[position]) : "";
+  const std::string back = returnedKey(shown);
   const std::vector<std::string_view>& own = names_.bearersOf(text).listed;
-  if (back != key || (own.size() == 1 && *back != own.front())) {
-    addPort(Kind::kPortChanged, fmt::format(" -> {}", back ? *back : returned));
+  if (back != *key || (own.size() < 2 && back != (own.empty() ? text : own.front()))) {
+    addPort(Kind::kPortChanged, fmt::format(" -> {}", back.empty() ? "nothing" : back));
   }
   const std::vector<std::string_view>& bearers =
-      own.size() > 1 ? own : names_.bearersOf(shown).returned;
+      own.size() > 1 || shown.empty() ? own : names_.bearersOf(shown).returned;
   if (bearers.size() > 1) {
     addPort(Kind::kPortAmbiguous, fmt::format(" -> {}, also {}", *key, listed(bearers, *key)));
   }
   if (!names_.isListed(*key)) {
     addPort(Kind::kPortDangling, "");
   }
+}
+
+/// What the text that comes back stands for: an empty one for no port, even if a port's label is.
+std::string RecordCheck::returnedKey(std::string_view shown) const {
+  return shown.empty() ? std::string() : names_.keyOf(shown).value_or(std::string(shown));
 }
 
 }  // namespace quenfold::database

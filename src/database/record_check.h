@@ -50,6 +50,7 @@ class RecordCheck {
   void checkPorts(const Current& record);
   void checkPort(const cJSON& port, std::size_t position, const Current& record);
   void checkPortText(std::string_view text, std::size_t position, const Current& record);
+  [[nodiscard]] std::string returnedKey(std::string_view shown) const;
 
   const RecordTable table_;
   const PortNames& names_;

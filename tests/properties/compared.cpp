@@ -88,12 +88,19 @@ class Comparison {
               findings_.begins(Kind::kMatrixChanged, kMatrices, matrix.name + " -> "));
     }
     for (const MeantMatrix& matrix : after_.matrices) {
-      require(count(before_, matrix) > 0,
+      require(count(before_, matrix) > 0 || hasAddedPortsOnly(matrix),
               fmt::format("added matrix {} {}", matrix.name, matrix.serial),
               findings_.ends(Kind::kMatrixChanged, kMatrices, " -> " + matrix.name) ||
                   findings_.ends(Kind::kMatrixChanged, kMatrices,
                                  fmt::format(" -> {} ({})", matrix.name, matrix.serial)));
     }
+  }
+
+  /// All of its ports are named, and it says nothing beyond them.
+  [[nodiscard]] bool hasAddedPortsOnly(const MeantMatrix& matrix) const {
+    return std::all_of(after_.ports.begin(), after_.ports.end(), [&](const MeantPort& port) {
+      return !(port.matrix == matrix) || findings_.has(Kind::kPortAdded, kMatrices, port.name);
+    });
   }
 
   void compareTable(const std::string& file, const std::vector<MeantRecord>& records) {
@@ -129,8 +136,8 @@ class Comparison {
     }
   }
 
-  /// A text that comes back as it is and stands for other ports now follows from what is named of
-  /// those ports.
+  /// A text that the file could have had as well and that stands for other ports now follows from
+  /// what is named of those ports.
   void comparePortOf(const std::string& file, const std::string& place, std::size_t position,
                      const std::pair<std::string, std::string>& texts) {
     const std::set<std::string> meant = before_.portsOf(texts.first);
@@ -140,7 +147,8 @@ class Comparison {
             fmt::format("{}{}{} -> {}", place, port, texts.first, texts.second),
             isPortNamed(file, place, port) || isNamed({Kind::kFieldLost}, file, place) ||
                 isCut(file, texts.first) ||
-                (texts.first == texts.second && meant.size() <= 1 && areNamed(meant, means)));
+                (meant.size() == 1 && before_.portsOf(texts.second) == meant &&
+                 areNamed(meant, means)));
   }
 
   [[nodiscard]] bool areNamed(const std::set<std::string>& meant,

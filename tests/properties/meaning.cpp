@@ -5,7 +5,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <regex>
 #include <sstream>
 
 #include "properties/plain_json.h"
@@ -150,19 +149,6 @@ void readTable(const std::string& folder, const std::string& file, const std::st
   }
 }
 
-/// A port key as unpacking spells it: numbers plain, and nothing behind the channel.
-std::string spelledPlain(const std::string& text) {
-  static const std::regex kPortKey(
-      R"(([^.]{1,63})\.([^.]{1,63})\.([^[]{1,63})\[\s*([-+]?\d{1,9})\]\.([^.]{1,15})\.ch\s*([-+]?\d{1,9})[^\0]*)");
-  std::smatch parts;
-  const std::string seen = text.substr(0, text.find('\0'));
-  if (!std::regex_match(seen, parts, kPortKey)) {
-    return text;
-  }
-  return fmt::format("{}.{}.{}[{}].{}.ch{}", parts[1].str(), parts[2].str(), parts[3].str(),
-                     std::stol(parts[4].str()), parts[5].str(), std::stol(parts[6].str()));
-}
-
 }  // namespace
 
 std::set<std::string> Meaning::portsOf(const std::string& text) const {
@@ -170,7 +156,7 @@ std::set<std::string> Meaning::portsOf(const std::string& text) const {
     return {};
   }
   const auto named = portsNamed.find(text);
-  return named == portsNamed.end() ? std::set<std::string>{spelledPlain(text)} : named->second;
+  return named == portsNamed.end() ? std::set<std::string>{text} : named->second;
 }
 
 Meaning readMeaning(const std::string& folder) {

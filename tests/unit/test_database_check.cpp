@@ -74,5 +74,25 @@ TEST(CheckLegacy, TellsALabelWhosePortComesBackSpelledOtherwise) {
                   "port-dangling sources.json: sources.json 1 \"Cam\" port 1: \"Stage\""}));
 }
 
+TEST(CheckLegacy, TellsAPortKeyThatComesBackSpelledOtherwise) {
+  const std::string matrices = matricesOf(portOf("A.s.in[1].t.ch1", "Stage"));
+  EXPECT_EQ(told(matrices, sourcesWith("A.s.in[1].t.ch1")), Told{});
+  EXPECT_EQ(
+      told(matrices, sourcesWith("A.s.in[01].t.ch1x")),
+      Told{"port-changed sources.json: sources.json 1 \"Cam\" port 1: \"A.s.in[01].t.ch1x\" -> "
+           "A.s.in[1].t.ch1"});
+  EXPECT_EQ(told(matrices, sourcesWith("A.s.in[99999999999].t.ch1")),
+            (Told{"port-changed sources.json: sources.json 1 \"Cam\" port 1: "
+                  "\"A.s.in[99999999999].t.ch1\" -> A.s.in[2147483647].t.ch1",
+                  "port-dangling sources.json: sources.json 1 \"Cam\" port 1: "
+                  "\"A.s.in[99999999999].t.ch1\""}));
+}
+
+TEST(CheckLegacy, TellsAPortThatComesBackEmptyAsItsLabelIs) {
+  EXPECT_EQ(told(matricesOf(portOf("A.s.in[1].t.ch1", "")), sourcesWith("A.s.in[1].t.ch1")),
+            Told{"port-changed sources.json: sources.json 1 \"Cam\" port 1: \"A.s.in[1].t.ch1\" -> "
+                 "nothing"});
+}
+
 }  // namespace
 }  // namespace quenfold::database
