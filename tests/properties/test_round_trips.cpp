@@ -1,10 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -20,6 +21,7 @@ namespace quenfold::properties {
 namespace {
 
 using database::Findings;
+using database::Kind;
 using database::LegacyDatabase;
 
 /// What one seed led to.
@@ -28,7 +30,18 @@ struct Outcome {
   std::string failure;        // of the check
   std::string roundTripFailure;
   std::vector<Difference> differences;
+  std::vector<Kind> kinds;  // of the findings
 };
+
+std::vector<Kind> kindsOf(const Findings& findings) {
+  std::vector<Kind> kinds;
+  for (std::size_t kind = 0; kind < database::kKinds.size(); ++kind) {
+    if (!findings.of(static_cast<Kind>(kind)).empty()) {
+      kinds.push_back(static_cast<Kind>(kind));
+    }
+  }
+  return kinds;
+}
 
 Outcome tryDatabase(std::uint32_t seed) {
   const test::ScratchPath scratch;
@@ -44,6 +57,7 @@ Outcome tryDatabase(std::uint32_t seed) {
     const LegacyDatabase database = database::readLegacyDatabase(legacy);
     findings = database::checkLegacy(database, database::packInMemory(database), true);
     outcome.clean = !anyCounts(*findings, false, {});
+    outcome.kinds = kindsOf(*findings);
   } catch (const std::exception& failure) {
     outcome.failure = failure.what();
   }
@@ -67,6 +81,7 @@ struct Tally {
   std::uint32_t found = 0;
   std::uint32_t failed = 0;
   std::size_t differences = 0;
+  std::map<Kind, std::uint32_t> byKind;
 };
 
 void requireProperties(std::uint32_t seed, Tally& tally) {
@@ -79,6 +94,9 @@ void requireProperties(std::uint32_t seed, Tally& tally) {
   }
   ++(*outcome.clean ? tally.clean : tally.found);
   tally.differences += outcome.differences.size();
+  for (const Kind kind : outcome.kinds) {
+    ++tally.byKind[kind];
+  }
   EXPECT_FALSE(*outcome.clean && !outcome.differences.empty())
       << "seed " << seed << ": nothing found, but " << outcome.differences.front().what;
   for (const Difference& difference : outcome.differences) {
@@ -86,8 +104,22 @@ void requireProperties(std::uint32_t seed, Tally& tally) {
   }
 }
 
+/// Those of a legacy database.
+void requireAllKinds(const Tally& tally) {
+  for (std::size_t place = 0; place < database::kKinds.size(); ++place) {
+    const auto kind = static_cast<Kind>(place);
+    if (kind >= Kind::kFileMissing && kind < Kind::kDetailsLost) {
+      continue;
+    }
+    const auto met = tally.byKind.find(kind);
+    const std::uint32_t count = met == tally.byKind.end() ? 0 : met->second;
+    std::cout << textOf(kind).name << ": " << count << '\n';
+    EXPECT_GT(count, 0U) << textOf(kind).name;
+  }
+}
+
 TEST(RoundTrips, WhatDiffersIsNamedAndWhatIsNotFoundIsTheSame) {
-  const Seeds seeds = seedsToTry(300);
+  const Seeds seeds = seedsToTry(600);
   Tally tally;
   for (std::uint32_t seed = seeds.first; seed < seeds.first + seeds.count; ++seed) {
     requireProperties(seed, tally);
@@ -95,6 +127,7 @@ TEST(RoundTrips, WhatDiffersIsNamedAndWhatIsNotFoundIsTheSame) {
   std::cout << seeds.count << " databases: " << tally.clean << " with nothing but notes, "
             << tally.found << " with findings, " << tally.failed << " that neither does; "
             << tally.differences << " differences\n";
+  requireAllKinds(tally);
   EXPECT_GT(tally.clean, seeds.count / 20);
   EXPECT_GT(tally.found, seeds.count / 20);
 }
