@@ -4,20 +4,11 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "properties/plain_json.h"
 
 namespace quenfold::properties {
 namespace {
-
-std::string bytesOf(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return bytes.str();
-}
 
 std::string textOf(const PlainJson& object, std::string_view name) {
   const PlainJson* const member = object.find(name);
@@ -137,7 +128,7 @@ void readTable(const std::string& folder, const std::string& file, const std::st
   if (!std::filesystem::exists(path)) {
     return;
   }
-  const PlainJson root = parsePlainJson(bytesOf(path));
+  const PlainJson root = readPlainJson(path);
   std::vector<MeantRecord>& records = meaning.tables[file];
   const PlainJson* const table = root.findAnyCase("Logical" + kind + "s");
   const PlainJson* const entries =
@@ -161,7 +152,7 @@ std::set<std::string> Meaning::portsOf(const std::string& text) const {
 
 Meaning readMeaning(const std::string& folder) {
   Meaning meaning;
-  readMatrices(parsePlainJson(bytesOf(folder + "/matrices.json")), meaning);
+  readMatrices(readPlainJson(folder + "/matrices.json"), meaning);
   readTable(folder, "sources.json", "Source", "val", meaning);
   readTable(folder, "destinations.json", "Destination", "oid", meaning);
   return meaning;

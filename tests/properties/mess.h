@@ -31,6 +31,7 @@ enum class Mess : std::size_t {
   kMatrixOtherName,
   kMatrixOtherSerial,
   kMatrixRepeated,
+  kMatrixType,
   kMatrixWithoutPorts,
   kMatrixNoObject,
   kMatricesJumbled,

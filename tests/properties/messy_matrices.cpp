@@ -241,6 +241,9 @@ class MatricesWriter {
     if (mess_.strikes(Mess::kMemberRepeated, 10)) {
       text += R"("name":"Z.t","serialnumber":"SN2",)";
     }
+    if (mess_.strikes(Mess::kMatrixType)) {
+      text += R"("type":1,)";
+    }
     text += unknown() + fmt::format(R"("serialnumber":{},"ports":[)", inQuotes(matrix.serial));
     bool first = true;
     for (const MessyPort& port : matrix.ports) {

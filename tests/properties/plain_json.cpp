@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <fstream>
+#include <sstream>
 #include <stdexcept>
 
 namespace quenfold::properties {
@@ -101,6 +103,7 @@ class Parser {
       if (byte == '\\') {
         parseEscape(text);
       } else {
+        require(static_cast<unsigned char>(byte) >= ' ');
         text += byte;
       }
     }
@@ -157,6 +160,13 @@ const PlainJson* PlainJson::findAnyCase(std::string_view name) const {
 }
 
 PlainJson parsePlainJson(std::string_view text) { return Parser(text).parseAll(); }
+
+PlainJson readPlainJson(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  std::ostringstream bytes;
+  bytes << in.rdbuf();
+  return parsePlainJson(bytes.str());
+}
 
 std::string inQuotes(std::string_view text) {
   std::string out = "\"";

@@ -26,6 +26,9 @@ struct PlainJson {
 /// Throws std::runtime_error for what is no JSON.
 PlainJson parsePlainJson(std::string_view text);
 
+/// The same of a file. Throws for one that cannot be read as well.
+PlainJson readPlainJson(const std::string& path);
+
 /// The text in quotes and escaped.
 std::string inQuotes(std::string_view text);
 

@@ -12,6 +12,7 @@
 
 #include "database/check.h"
 #include "properties/compared.h"
+#include "properties/details.h"
 #include "properties/found_places.h"
 #include "properties/meaning.h"
 #include "properties/runs.h"
@@ -30,6 +31,7 @@ struct Outcome {
   std::string failure;        // of the check
   std::string roundTripFailure;
   std::vector<Difference> differences;
+  std::vector<Difference> details;
   std::vector<Kind> kinds;  // of the findings
 };
 
@@ -46,15 +48,14 @@ std::vector<Kind> kindsOf(const Findings& findings) {
 Outcome tryDatabase(std::uint32_t seed) {
   const test::ScratchPath scratch;
   const Hush hush;
-  const std::string legacy = (scratch.path() / "legacy").string();
-  const std::string packed = (scratch.path() / "packed").string();
-  const std::string returned = (scratch.path() / "returned").string();
-  std::filesystem::create_directories(legacy);
-  writeLegacy(legacy, seed);
+  RoundTrip trip{
+      scratch.path() / "legacy", scratch.path() / "packed", scratch.path() / "back", {}, {}};
+  std::filesystem::create_directories(trip.legacy);
+  writeLegacy(trip.legacy, seed);
   Outcome outcome;
   std::optional<Findings> findings;
   try {
-    const LegacyDatabase database = database::readLegacyDatabase(legacy);
+    const LegacyDatabase database = database::readLegacyDatabase(trip.legacy);
     findings = database::checkLegacy(database, database::packInMemory(database), true);
     outcome.clean = !anyCounts(*findings, false, {});
     outcome.kinds = kindsOf(*findings);
@@ -62,15 +63,17 @@ Outcome tryDatabase(std::uint32_t seed) {
     outcome.failure = failure.what();
   }
   try {
-    packWithQuenfold(legacy, packed);
-    unpackWithQuenfold(packed, returned);
+    packWithQuenfold(trip.legacy, trip.packed);
+    unpackWithQuenfold(trip.packed, trip.returned);
   } catch (const std::exception& failure) {
     outcome.roundTripFailure = failure.what();
     return outcome;
   }
   if (findings) {
-    outcome.differences =
-        differences(readMeaning(legacy), readMeaning(returned), FoundPlaces(*findings));
+    trip.before = readMeaning(trip.legacy);
+    trip.after = readMeaning(trip.returned);
+    outcome.differences = differences(trip.before, trip.after, FoundPlaces(*findings));
+    outcome.details = detailDifferences(trip, FoundPlaces(*findings));
   }
   return outcome;
 }
@@ -81,6 +84,7 @@ struct Tally {
   std::uint32_t found = 0;
   std::uint32_t failed = 0;
   std::size_t differences = 0;
+  std::size_t details = 0;
   std::map<Kind, std::uint32_t> byKind;
 };
 
@@ -94,13 +98,16 @@ void requireProperties(std::uint32_t seed, Tally& tally) {
   }
   ++(*outcome.clean ? tally.clean : tally.found);
   tally.differences += outcome.differences.size();
+  tally.details += outcome.details.size();
   for (const Kind kind : outcome.kinds) {
     ++tally.byKind[kind];
   }
   EXPECT_FALSE(*outcome.clean && !outcome.differences.empty())
       << "seed " << seed << ": nothing found, but " << outcome.differences.front().what;
-  for (const Difference& difference : outcome.differences) {
-    EXPECT_TRUE(difference.named) << "seed " << seed << ": no finding names: " << difference.what;
+  for (const auto* const differences : {&outcome.differences, &outcome.details}) {
+    for (const Difference& difference : *differences) {
+      EXPECT_TRUE(difference.named) << "seed " << seed << ": no finding names: " << difference.what;
+    }
   }
 }
 
@@ -126,7 +133,7 @@ TEST(RoundTrips, WhatDiffersIsNamedAndWhatIsNotFoundIsTheSame) {
   }
   std::cout << seeds.count << " databases: " << tally.clean << " with nothing but notes, "
             << tally.found << " with findings, " << tally.failed << " that neither does; "
-            << tally.differences << " differences\n";
+            << tally.differences << " differences and " << tally.details << " of details\n";
   requireAllKinds(tally);
   EXPECT_GT(tally.clean, seeds.count / 20);
   EXPECT_GT(tally.found, seeds.count / 20);
