@@ -23,7 +23,7 @@ struct CheckRequest {
 };
 
 /// What packing a legacy database would lose or change; whether a packed one is whole. Throws what
-/// `findDatabase`, holding and reading the folder throw.
+/// `folderOf`, `findDatabase`, holding and reading the folder throw.
 Report check(const CheckRequest& request);
 
 struct DiffRequest {
@@ -56,7 +56,7 @@ struct ConvertRequest {
 
 /// Convert a whole database, all files at one instant. Refuse what loses something that is not
 /// accepted, and a target that holds a file of the set that the source has not. Throw what
-/// `findDatabase`, holding, reading and replacing throw, and length errors.
+/// `folderOf`, `findDatabase`, holding, reading and replacing throw, and length errors.
 Report pack(const ConvertRequest& request);
 Report unpack(const ConvertRequest& request);
 

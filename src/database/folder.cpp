@@ -39,11 +39,14 @@ Argument takeApart(std::string_view argument) {
 
 std::string_view formName(Form form) { return form == Form::kLegacy ? "legacy" : "packed"; }
 
-std::string findFolder(std::string_view argument) {
+std::string folderOf(std::string_view argument) {
   std::string path = takeApart(argument).path;
   struct stat status = {};
-  if (stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
+  if (stat(path.c_str(), &status) != 0) {
     throw runtimeError("no such folder: {}", path);
+  }
+  if (!S_ISDIR(status.st_mode)) {
+    throw runtimeError("not a folder: {}", path);
   }
   return path;
 }

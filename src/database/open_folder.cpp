@@ -76,7 +76,7 @@ bool createFolder(const std::string& path) {
   if (errno == EEXIST) {
     return false;
   }
-  throw systemError("mkdir({})", path);
+  throw systemError("error while creating folder: {}", path);
 }
 
 bool isAt(const OpenFolder& folder, const std::string& path) {

@@ -28,7 +28,8 @@ class OpenFolder {
   int descriptor_;
 };
 
-/// Creates the folder unless something bears its name; whether it did. Throws "mkdir(<path>)".
+/// Creates the folder unless something bears its name; whether it did. Throws "error while creating
+/// folder".
 bool createFolder(const std::string& path);
 
 /// Whether the path leads to this very folder.

@@ -12,7 +12,8 @@ namespace quenfold::database {
 class NewFolder {
  public:
   NewFolder() = default;
-  /// Creates the folder unless something bears its name. Throws "mkdir(<path>): <reason>".
+  /// Creates the folder unless something bears its name. Throws "error while creating
+  /// folder: <path>: <reason>".
   explicit NewFolder(std::string path);
   ~NewFolder();
   NewFolder(NewFolder&& other) noexcept;

@@ -117,7 +117,7 @@ constexpr std::array<Complaint, 7> kComplaints = {{
     {"chmod", "error while writing file: "},
     {"rename", "error while renaming file: "},
     {"unlink", "error while removing file: "},
-    {"mkdir", "mkdir("},
+    {"mkdir", "error while creating folder: "},
 }};
 
 bool has(std::string_view text, std::string_view part) {
