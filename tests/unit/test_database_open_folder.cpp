@@ -61,7 +61,7 @@ TEST(CreateFolder, CreatesNoParent) {
   const test::ScratchFolder scratch;
   const std::string path = scratch.path("none/new");
   EXPECT_EQ(test::messageOf([&] { createFolder(path); }),
-            "mkdir(" + path + "): No such file or directory");
+            "error while creating folder: " + path + ": No such file or directory");
 }
 
 TEST(IsAt, ComparesTheFolderAndNotThePath) {

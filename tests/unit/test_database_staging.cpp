@@ -172,7 +172,7 @@ TEST(HeldForWriting, SaysWhyItCannot) {
   const std::string dangling = here.scratch.path("dangling");
   fs::create_symlink("nowhere", dangling);
   EXPECT_EQ(test::messageOf([&] { writing(orphan); }),
-            "mkdir(" + orphan + "): No such file or directory");
+            "error while creating folder: " + orphan + ": No such file or directory");
   EXPECT_EQ(test::messageOf([&] { writing(file); }),
             "error while opening folder: " + file + ": Not a directory");
   EXPECT_EQ(test::messageOf([&] { writing(dangling); }),
