@@ -26,7 +26,7 @@ struct ParsedCommandLine {
 };
 
 /// Reads the command line. Sets `verbose` for -v. Help and the version go to standard output, what
-/// is wrong to standard error.
+/// is wrong to standard error. Throws what `writeStandardOutput` throws.
 ParsedCommandLine parseDatabaseOptions(int argc, char** argv);
 
 }  // namespace quenfold
