@@ -20,19 +20,26 @@ constexpr std::string_view kPackedMark = "packed:";
 
 /// An argument taken apart.
 struct Argument {
-  std::string path;
+  std::string path;  // without the "/" that completing a folder's name leaves at its end
   bool mayBeLegacy = true;
   bool mayBePacked = true;
 };
 
+std::string withoutSlash(std::string_view path) {
+  while (path.size() > 1 && path.back() == '/') {
+    path.remove_suffix(1);
+  }
+  return std::string(path);
+}
+
 Argument takeApart(std::string_view argument) {
   if (beginsWith(argument, kLegacyMark)) {
-    return {std::string(argument.substr(kLegacyMark.size())), true, false};
+    return {withoutSlash(argument.substr(kLegacyMark.size())), true, false};
   }
   if (beginsWith(argument, kPackedMark)) {
-    return {std::string(argument.substr(kPackedMark.size())), false, true};
+    return {withoutSlash(argument.substr(kPackedMark.size())), false, true};
   }
-  return {std::string(argument), true, true};
+  return {withoutSlash(argument), true, true};
 }
 
 }  // namespace
