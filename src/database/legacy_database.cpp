@@ -109,6 +109,7 @@ void packTableInto(PackedSet& packed, Table place, const LegacyTable& table,
 
 LegacyDatabase readLegacyDatabase(const std::string& folder) {
   LegacyDatabase database;
+  database.folder = folder;
   database.matrices = readMatricesFile(joinPath(folder, kMatricesFile));
   for (const Table table : kTables) {
     const std::string path = joinPath(folder, kTableFiles.at(table));

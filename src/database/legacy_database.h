@@ -32,6 +32,7 @@ struct LegacyTable {
 
 /// The files that packing a whole database reads.
 struct LegacyDatabase {
+  std::string folder;  // where they were read
   LegacyMatrices matrices;
   std::array<std::optional<LegacyTable>, kTableCount> tables;
 };

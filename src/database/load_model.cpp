@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "app/error.h"
+#include "app/files.h"
 #include "database/legacy_model.h"
 #include "database/unheard.h"
 #include "logicalio/legacy_reader.h"
@@ -56,7 +57,7 @@ PackedSet packWhole(const LegacyDatabase& legacy) {
   PackedSet set = packInMemory(legacy);
   if (!set.stops.empty()) {
     const ReadingStop& stop = set.stops.front();
-    throw runtimeError("{}: {}: {}", stop.file, stop.place, stop.message);
+    throw runtimeError("{}: {}: {}", joinPath(legacy.folder, stop.file), stop.place, stop.message);
   }
   return set;
 }

@@ -6,7 +6,7 @@
 
 namespace quenfold::database {
 
-/// What a legacy database says, before packing loses any of it. Throws "<file>: <place>: <message>"
+/// What a legacy database says, before packing loses any of it. Throws "<path>: <place>: <message>"
 /// where packing's reading stops.
 Model modelOf(LegacyDatabase legacy);
 
