@@ -83,11 +83,17 @@ class Loader {
     }
   }
 
-  void loadContents(PackedTable& table, const std::vector<DeviceLabel>& devices) {
+  void loadContents(PackedTable& table, const std::string& output,
+                    const std::vector<DeviceLabel>& devices) {
     table.kind = &packedKindOf(*table.document);
+    if (table.kind->outputKey != output) {
+      throw runtimeError("holds {}", table.kind->outputKey);
+    }
     table.contents = findMember(table.document.get(), table.kind->topLevelKey);
     requirePackedMembers(table.contents);
-    loadPortDict(table.contents, table.context.portDict);
+    if (table.context.portDict.fromJson(*findMember(table.contents, kPortDictKey))) {
+      throw runtimeError("{} without {} or {}", kPortDictKey, kVersionKey, kRefMapsKey);
+    }
     nameDevicesByLabel(devices, table.context.portDict);
   }
 
@@ -105,10 +111,7 @@ class Loader {
                                                     PackedContext(unheard()),
                                                     {}});
     try {
-      loadContents(table, devices);
-      if (table.kind->outputKey != output) {
-        throw runtimeError("holds {}", table.kind->outputKey);
-      }
+      loadContents(table, output, devices);
     } catch (const std::runtime_error& failure) {
       throw runtimeError("{}: {}", joinPath(folder_, output + kPortsFile), failure.what());
     }
