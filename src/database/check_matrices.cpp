@@ -110,7 +110,7 @@ class Comparison {
   /// Once all ports are compared.
   void compareMatrices(const JsonValue& matrices) {
     for (const auto& [from, to] : moved_) {
-      addMatrix(from, placeOf(returned_.at(to), model_.matrices.at(from)));
+      addChange(from, returned_.at(to));
     }
     Positions positions;
     for (const Matrix& matrix : returned_) {
@@ -149,10 +149,15 @@ class Comparison {
                                      : std::string(matrix.name);
   }
 
-  void addMatrix(std::uint32_t from, const std::string& to) {
-    named_.insert(from);
+  void addMatrix(std::uint32_t place, const std::string& from, const std::string& to) {
+    named_.insert(place);
     findings_.add(Kind::kMatrixChanged, kMatricesFile,
-                  [&] { return fmt::format("{} -> {}", model_.matrices.at(from).name, to); });
+                  [&] { return fmt::format("{} -> {}", from, to); });
+  }
+
+  void addChange(std::uint32_t place, const Matrix& to) {
+    const Matrix& from = model_.matrices.at(place);
+    addMatrix(place, placeOf(from, to), placeOf(to, from));
   }
 
   void compareMatrix(std::uint32_t place, const JsonValue& value, const Positions& positions) {
@@ -161,12 +166,12 @@ class Comparison {
     const bool repeated = !seen_.insert(matrix.name).second;
     if (found == positions.end() || repeated) {
       if (named_.count(place) == 0) {
-        addMatrix(place, "nothing");
+        addMatrix(place, std::string(matrix.name), "nothing");
       }
       return;
     }
     if (!sameMatrix({place, found->second}) && moved_.count({place, found->second}) == 0) {
-      addMatrix(place, placeOf(returned_.at(found->second), matrix));
+      addChange(place, returned_.at(found->second));
     }
     matricesInOrder_ = matricesInOrder_ && found->second >= lastPosition_;
     lastPosition_ = found->second;

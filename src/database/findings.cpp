@@ -80,7 +80,7 @@ std::string findingsText(const Findings& findings) {
       fmt::format_to(out, "    and {} more\n", group.count - group.places.size());
     }
   });
-  return fmt::to_string(text);
+  return text.size() == 0 ? "Nothing found.\n" : fmt::to_string(text);
 }
 
 std::string findingsJson(const Findings& findings, Form form) {

@@ -63,7 +63,7 @@ inline constexpr std::array<KindText, 30> kKinds = {{
      "back"},
     {"serial-shared", false, "devices share a serial number, by which packing tells them apart"},
     {"list-unreadable", false,
-     "a character of this name makes the lists of ports that are unpacked no JSON"},
+     "this name holds a character that makes the unpacked lists of ports no JSON"},
     {"port-unknown", false, "this is neither a port's label nor a port key and comes back empty"},
     {"port-ambiguous", false, "this is the name of several ports"},
     {"port-changed", false, "another port comes back"},
@@ -136,7 +136,8 @@ Kind kindOf(std::string_view name);
 /// not among the accepted ones.
 bool anyCounts(const Findings& findings, bool notesCount, const std::vector<Kind>& accepted);
 
-/// For a person: a line for each group, its places below it. Ends in a line end.
+/// For a person: a line for each group, its places below it, or a line that says that there is
+/// none. Ends in a line end.
 std::string findingsText(const Findings& findings);
 
 /// {"database": "legacy", "findings": [{"kind", "note", "file", "count", "places"}, ...]}
