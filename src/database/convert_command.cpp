@@ -26,7 +26,7 @@ namespace {
 class HeldFolders {
  public:
   HeldFolders(const ConvertRequest& request, const std::string& target) {
-    const std::string source = findFolder(request.source);
+    const std::string source = folderOf(request.source);
     if (!request.dryRun) {
       target_.emplace(HeldFolder::forWriting(target, isDatabaseFile));
     }

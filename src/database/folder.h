@@ -19,8 +19,8 @@ struct Folder {
 };
 
 /// The folder that an argument "PATH", "legacy:PATH" or "packed:PATH" names. Throws "no such
-/// folder: <path>".
-std::string findFolder(std::string_view argument);
+/// folder: <path>" and "not a folder: <path>".
+std::string folderOf(std::string_view argument);
 
 /// The database that such an argument names, in a folder that is held: what an interrupted run left
 /// may hide it. A folder is packed when it holds "dbpack_matrices.json" and legacy when it holds

@@ -23,6 +23,16 @@ PortsByName byName(const Meaning& meaning) {
   return ports;
 }
 
+std::string withSerial(const MeantMatrix& matrix) {
+  return fmt::format("{} ({})", matrix.name, matrix.serial);
+}
+
+/// Two of one name are told apart by their serial numbers.
+std::string changeOf(const MeantMatrix& from, const MeantMatrix& to) {
+  return from.name == to.name ? fmt::format("{} -> {}", withSerial(from), withSerial(to))
+                              : fmt::format("{} -> {}", from.name, to.name);
+}
+
 class Comparison {
  public:
   Comparison(const Meaning& before, const Meaning& after, const FoundPlaces& findings)
@@ -70,11 +80,11 @@ class Comparison {
               fmt::format("label of port {}: {} -> {}", name, port.label, back.label),
               findings_.begins(Kind::kLabelLost, kMatrices,
                                fmt::format("{}: \"{}\"", name, port.label)));
-      require(port.matrix == back.matrix,
-              fmt::format("matrix of port {}: {} {} -> {} {}", name, port.matrix.name,
-                          port.matrix.serial, back.matrix.name, back.matrix.serial),
-              findings_.begins(Kind::kMatrixChanged, kMatrices,
-                               fmt::format("{} -> {}", port.matrix.name, back.matrix.name)));
+      require(
+          port.matrix == back.matrix,
+          fmt::format("matrix of port {}: {} {} -> {} {}", name, port.matrix.name,
+                      port.matrix.serial, back.matrix.name, back.matrix.serial),
+          findings_.begins(Kind::kMatrixChanged, kMatrices, changeOf(port.matrix, back.matrix)));
     }
   }
 
@@ -85,14 +95,14 @@ class Comparison {
     for (const MeantMatrix& matrix : before_.matrices) {
       require(count(after_, matrix) == count(before_, matrix),
               fmt::format("lost matrix {} {}", matrix.name, matrix.serial),
-              findings_.begins(Kind::kMatrixChanged, kMatrices, matrix.name + " -> "));
+              findings_.begins(Kind::kMatrixChanged, kMatrices, matrix.name + " -> ") ||
+                  findings_.begins(Kind::kMatrixChanged, kMatrices, withSerial(matrix) + " -> "));
     }
     for (const MeantMatrix& matrix : after_.matrices) {
       require(count(before_, matrix) > 0 || hasAddedPortsOnly(matrix),
               fmt::format("added matrix {} {}", matrix.name, matrix.serial),
               findings_.ends(Kind::kMatrixChanged, kMatrices, " -> " + matrix.name) ||
-                  findings_.ends(Kind::kMatrixChanged, kMatrices,
-                                 fmt::format(" -> {} ({})", matrix.name, matrix.serial)));
+                  findings_.ends(Kind::kMatrixChanged, kMatrices, " -> " + withSerial(matrix)));
     }
   }
 
