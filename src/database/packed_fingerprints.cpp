@@ -19,6 +19,15 @@ std::uint32_t storedAs(const cJSON* fingerprint) {
   return fingerprint == nullptr ? 0 : toUint32(fingerprint->valuedouble);
 }
 
+/// Members of a record whose names differ in letter case have a fingerprint each.
+const cJSON* fingerprintNamed(const cJSON* fingerprints, std::string_view name) {
+  const cJSON* member = firstChild(fingerprints);
+  while (member != nullptr && memberName(*member) != name) {
+    member = member->next;
+  }
+  return member;
+}
+
 /// The list under that key in a side file, whose other name is its table's.
 const cJSON* sideList(const CJsonDocument& document, const char* key) {
   return document ? firstChild(findMember(document->child, key)) : nullptr;
@@ -102,7 +111,7 @@ class FingerprintCheck {
   /// Either every legacy entry had one, or those alone that the file holds, or something between
   /// that nobody can tell.
   void checkRedirect() {
-    const cJSON* const stored = findMember(stored_, kRedirectKey);
+    const cJSON* const stored = fingerprintNamed(stored_, kRedirectKey);
     if (stored == nullptr || !redirectLeftOut_) {
       check(kRedirectKey, redirectsHeld_);
     }
@@ -110,7 +119,7 @@ class FingerprintCheck {
 
   void check(const char* name, const VelDB::Hash& computed) {
     add(std::string(table_.kind->outputKey) + kPortsFile, fmt::format("{}.{}", kHashKey, name),
-        storedAs(findMember(stored_, name)), computed.value());
+        storedAs(fingerprintNamed(stored_, name)), computed.value());
   }
 
   void checkSideFile(const CJsonDocument& document, const char* ending,

@@ -40,6 +40,15 @@ Told linesOf(const Findings& findings) {
   return lines;
 }
 
+/// Of the set that the database is packed to.
+Told toldOfPacked(const std::string& matrices, const std::string& sources) {
+  const test::ScratchFolder folder;
+  static_cast<void>(folder.file("matrices.json", matrices));
+  static_cast<void>(folder.file("sources.json", sources));
+  const FileTexts texts = packInMemory(readLegacyDatabase(folder.path())).texts;
+  return linesOf(checkPacked(texts, loadPackedDatabase(texts, {}), true));
+}
+
 /// Every finding as "<kind> <file>: <place>".
 Told told(const std::string& matrices, const std::string& sources) {
   const test::ScratchFolder folder;
@@ -92,6 +101,13 @@ TEST(CheckLegacy, TellsAPortThatComesBackEmptyAsItsLabelIs) {
   EXPECT_EQ(told(matricesOf(portOf("A.s.in[1].t.ch1", "")), sourcesWith("A.s.in[1].t.ch1")),
             Told{"port-changed sources.json: sources.json 1 \"Cam\" port 1: \"A.s.in[1].t.ch1\" -> "
                  "nothing"});
+}
+
+TEST(CheckPacked, KeepsFingerprintsOfNamesThatDifferInLetterCaseApart) {
+  EXPECT_EQ(toldOfPacked(matricesOf(portOf("A.s.in[1].t.ch1", "Stage")),
+                         R"({"LogicalSources":{"LogicalSource":[)"
+                         R"({"id":1,"Id":2,"name":"Cam","Redirect":8,"redirect":7,"val":[]}]}})"),
+            Told{});
 }
 
 }  // namespace
