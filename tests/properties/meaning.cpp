@@ -15,27 +15,6 @@ std::string textOf(const PlainJson& object, std::string_view name) {
   return member == nullptr || !member->isText() ? std::string() : member->text;
 }
 
-/// The value as JSON, blanks left out.
-std::string printed(const PlainJson& value) {
-  std::string text;
-  switch (value.kind) {
-    case PlainJson::Kind::kText:
-      return inQuotes(value.text);
-    case PlainJson::Kind::kArray:
-      for (const PlainJson& element : value.elements) {
-        text += (text.empty() ? "" : ",") + printed(element);
-      }
-      return "[" + text + "]";
-    case PlainJson::Kind::kObject:
-      for (const auto& [name, member] : value.members) {
-        text += (text.empty() ? "" : ",") + inQuotes(name) + ":" + printed(member);
-      }
-      return "{" + text + "}";
-    default:
-      return value.text;
-  }
-}
-
 /// One text for one number, however it is written.
 std::string numberText(const std::string& text) {
   char* end = nullptr;
@@ -44,7 +23,7 @@ std::string numberText(const std::string& text) {
 }
 
 std::string fieldText(const PlainJson& value) {
-  return value.isText() ? value.text : "JSON " + printed(value);
+  return value.isText() ? value.text : "JSON " + jsonOf(value);
 }
 
 void readPorts(const PlainJson& matrix, const MeantMatrix& meant, Meaning& meaning) {
@@ -82,7 +61,7 @@ void readMatrices(const PlainJson& root, Meaning& meaning) {
 /// A category counts as its text, number or not; empty ones at the end count for nothing.
 std::string categoriesText(const PlainJson& list) {
   if (list.kind != PlainJson::Kind::kArray) {
-    return "JSON " + printed(list);
+    return "JSON " + jsonOf(list);
   }
   std::string text;
   std::string told;
@@ -115,9 +94,9 @@ MeantRecord readRecord(const PlainJson& entry, const char* portsKey) {
     }
   }
   const PlainJson* const redirect = entry.find("redirect");
-  record.fields["redirect"] = redirect == nullptr ? "1" : numberText(printed(*redirect));
+  record.fields["redirect"] = redirect == nullptr ? "1" : numberText(jsonOf(*redirect));
   const PlainJson* const id = entry.find("id");
-  record.id = id == nullptr ? std::string() : numberText(printed(*id));
+  record.id = id == nullptr ? std::string() : numberText(jsonOf(*id));
   record.ports = portTexts(entry.find(portsKey));
   return record;
 }

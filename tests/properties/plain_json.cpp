@@ -8,6 +8,7 @@
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 namespace quenfold::properties {
 namespace {
@@ -159,6 +160,10 @@ const PlainJson* PlainJson::findAnyCase(std::string_view name) const {
   return nullptr;
 }
 
+PlainJson* PlainJson::find(std::string_view name) {
+  return const_cast<PlainJson*>(std::as_const(*this).find(name));
+}
+
 PlainJson parsePlainJson(std::string_view text) { return Parser(text).parseAll(); }
 
 PlainJson readPlainJson(const std::string& path) {
@@ -181,6 +186,26 @@ std::string inQuotes(std::string_view text) {
     }
   }
   return out + '"';
+}
+
+std::string jsonOf(const PlainJson& value) {
+  std::string text;
+  switch (value.kind) {
+    case PlainJson::Kind::kText:
+      return inQuotes(value.text);
+    case PlainJson::Kind::kArray:
+      for (const PlainJson& element : value.elements) {
+        text += (text.empty() ? "" : ",") + jsonOf(element);
+      }
+      return "[" + text + "]";
+    case PlainJson::Kind::kObject:
+      for (const auto& [name, member] : value.members) {
+        text += (text.empty() ? "" : ",") + inQuotes(name) + ":" + jsonOf(member);
+      }
+      return "{" + text + "}";
+    default:
+      return value.text;
+  }
 }
 
 }  // namespace quenfold::properties

@@ -19,6 +19,7 @@ struct PlainJson {
   [[nodiscard]] bool isText() const { return kind == Kind::kText; }
   /// The first of that name, or null.
   [[nodiscard]] const PlainJson* find(std::string_view name) const;
+  [[nodiscard]] PlainJson* find(std::string_view name);
   /// The same; the letter case does not count.
   [[nodiscard]] const PlainJson* findAnyCase(std::string_view name) const;
 };
@@ -31,5 +32,8 @@ PlainJson readPlainJson(const std::string& path);
 
 /// The text in quotes and escaped.
 std::string inQuotes(std::string_view text);
+
+/// The value as JSON, blanks left out.
+std::string jsonOf(const PlainJson& value);
 
 }  // namespace quenfold::properties

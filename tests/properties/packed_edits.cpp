@@ -1,0 +1,355 @@
+#include "properties/packed_edits.h"
+
+#include <fmt/core.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <set>
+#include <utility>
+
+namespace quenfold::properties {
+namespace {
+
+using database::Kind;
+using generator::Random;
+using Findings = std::vector<Expected>;
+
+constexpr std::string_view kTree = "dbpack_matrices.json";
+constexpr std::string_view kDevices = "dbpack_deviceLabels.json";
+constexpr std::string_view kPortLabels = "dbpack_portLabels.json";
+
+template <typename Items>
+auto& pick(Items& items, Random& random) {
+  auto item = items.begin();
+  std::advance(item, random.below(static_cast<std::uint32_t>(items.size())));
+  return *item;
+}
+
+/// The value under the only key of a file.
+PlainJson& contentsOf(PackedFiles& files, std::string_view file) {
+  return files.find(file)->second.members.front().second;
+}
+
+/// The names of one table's files, of which Ports.json is there.
+struct TableFiles {
+  std::string ports;
+  std::string labels;
+  std::string categories;
+};
+
+/// One of the tables at random; without names where the set has none.
+TableFiles pickTable(const PackedFiles& files, Random& random) {
+  std::vector<TableFiles> tables;
+  for (const std::string table : {"logicalSources", "logicalDestinations"}) {
+    if (files.count(table + "Ports.json") != 0) {
+      tables.push_back(
+          {table + "Ports.json", table + "Labels.json", table + "LegacyCategories.json"});
+    }
+  }
+  return tables.empty() ? TableFiles() : pick(tables, random);
+}
+
+void addTo(PlainJson& number, std::int64_t more) {
+  number.text = fmt::format("{}", std::stoll(number.text) + more);
+}
+
+/// Records that have such a member.
+std::vector<PlainJson*> recordsWith(PackedFiles& files, const TableFiles& table,
+                                    std::string_view member) {
+  std::vector<PlainJson*> records;
+  if (!table.ports.empty()) {
+    for (PlainJson& record : contentsOf(files, table.ports).find("logicalIO")->elements) {
+      if (record.find(member) != nullptr) {
+        records.push_back(&record);
+      }
+    }
+  }
+  return records;
+}
+
+/// The pairs of an id and a value in a file beside Ports.json; none for a file without a name.
+std::vector<PlainJson>& pairsIn(PackedFiles& files, const std::string& file, const char* list) {
+  static std::vector<PlainJson> none;
+  return file.empty() ? none : contentsOf(files, file).find(list)->elements;
+}
+
+Findings removeFile(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  const std::string file = pick(files, random).first;
+  files.erase(file);
+  return {{Kind::kFileMissing, file, file}};
+}
+
+Findings takeLabels(PackedFiles& files, const PackedFiles& others, Random& random) {
+  const TableFiles table = pickTable(files, random);
+  const auto other = others.find(table.labels);
+  if (table.labels.empty() || other == others.end()) {
+    return {};
+  }
+  const auto namesIn = [](const PlainJson& file) {
+    std::string names;
+    for (const PlainJson& pair : file.members.front().second.find("labels")->elements) {
+      names += pair.elements.at(1).text;
+    }
+    return names;
+  };
+  PlainJson& own = files.at(table.labels);
+  const bool same = namesIn(own) == namesIn(other->second);
+  own = other->second;
+  return same ? Findings() : Findings{{Kind::kFingerprintDiffers, table.ports, "hash.name: "}};
+}
+
+Findings takePorts(PackedFiles& files, const PackedFiles& others, Random& random) {
+  const TableFiles table = pickTable(files, random);
+  const auto other = others.find(table.ports);
+  if (table.ports.empty() || other == others.end()) {
+    return {};
+  }
+  const auto hashIn = [](const PlainJson& file) {
+    const PlainJson* const hash = file.members.front().second.find("hash")->find("name");
+    return hash == nullptr ? std::string() : hash->text;
+  };
+  PlainJson& own = files.at(table.ports);
+  const bool same = hashIn(own) == hashIn(other->second);
+  own = other->second;
+  return same ? Findings() : Findings{{Kind::kFingerprintDiffers, table.ports, "hash.name: "}};
+}
+
+/// The stored fingerprints that the files can prove.
+std::set<std::string> comparedFields(PackedFiles& files, const TableFiles& table) {
+  std::set<std::string> fields = {"id", "tally", "description", "port", "name", "category"};
+  const std::size_t records = recordsWith(files, table, "id").size();
+  if (recordsWith(files, table, "redirect").size() == records) {
+    fields.insert("redirect");
+  }
+  return fields;
+}
+
+Findings editHash(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  const TableFiles table = pickTable(files, random);
+  if (table.ports.empty()) {
+    return {};
+  }
+  const std::set<std::string> compared = comparedFields(files, table);
+  std::vector<std::pair<std::string, PlainJson*>> fields;
+  for (auto& [name, value] : contentsOf(files, table.ports).find("hash")->members) {
+    if (compared.count(name) != 0) {
+      fields.emplace_back(name, &value);
+    }
+  }
+  if (fields.empty()) {
+    return {};
+  }
+  const auto& [name, value] = pick(fields, random);
+  addTo(*value, value->text == "0" ? 1 : -1);
+  return {{Kind::kFingerprintDiffers, table.ports, "hash." + name + ": "}};
+}
+
+Findings editSideHash(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  const TableFiles table = pickTable(files, random);
+  if (table.ports.empty()) {
+    return {};
+  }
+  const std::string& file = random.percent(50) ? table.labels : table.categories;
+  PlainJson& hash = *contentsOf(files, file).find("hash");
+  addTo(hash, hash.text == "0" ? 1 : -1);
+  return {{Kind::kFingerprintDiffers, file, "hash: "}};
+}
+
+Findings editNameId(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  const TableFiles table = pickTable(files, random);
+  std::vector<PlainJson>& names = pairsIn(files, table.labels, "labels");
+  if (names.empty()) {
+    return {};
+  }
+  PlainJson& id = pick(names, random).elements.front();
+  const std::string before = id.text;
+  id.text = "123456";
+  return {{Kind::kNameMissing, table.ports, table.ports + " " + before},
+          {Kind::kNameUnused, table.labels, table.labels + " 123456"}};
+}
+
+Findings editName(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  const TableFiles table = pickTable(files, random);
+  std::vector<PlainJson>& names = pairsIn(files, table.labels, "labels");
+  if (names.empty()) {
+    return {};
+  }
+  pick(names, random).elements.at(1).text += "x";
+  return {{Kind::kFingerprintDiffers, table.ports, "hash.name: "},
+          {Kind::kFingerprintDiffers, table.labels, "hash: "}};
+}
+
+Findings editCategoryId(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  const TableFiles table = pickTable(files, random);
+  std::vector<PlainJson>& lists = pairsIn(files, table.categories, "legacyCategories");
+  if (lists.empty()) {
+    return {};
+  }
+  pick(lists, random).elements.front().text = "123456";
+  return {{Kind::kCategoryUnused, table.categories, table.categories + " 123456"}};
+}
+
+Findings addCategory(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  const TableFiles table = pickTable(files, random);
+  std::vector<PlainJson>& lists = pairsIn(files, table.categories, "legacyCategories");
+  if (lists.empty()) {
+    return {};
+  }
+  pick(lists, random).elements.at(1).elements.push_back(parsePlainJson("\"more\""));
+  return {{Kind::kFingerprintDiffers, table.ports, "hash.category: "},
+          {Kind::kFingerprintDiffers, table.categories, "hash: "}};
+}
+
+Findings repeatId(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  const TableFiles table = pickTable(files, random);
+  const std::vector<PlainJson*> records = recordsWith(files, table, "id");
+  if (records.size() < 2) {
+    return {};
+  }
+  const std::string id = records.front()->find("id")->text;
+  records.back()->find("id")->text = id;
+  return {{Kind::kIdRepeated, table.ports, table.ports + " " + id},
+          {Kind::kFingerprintDiffers, table.ports, "hash.id: "}};
+}
+
+/// The ports of all records that are numbers.
+std::vector<PlainJson*> portNumbers(PackedFiles& files, const TableFiles& table) {
+  std::vector<PlainJson*> numbers;
+  for (PlainJson* const record : recordsWith(files, table, "port")) {
+    for (PlainJson& port : record->find("port")->elements) {
+      if (!port.isText()) {
+        numbers.push_back(&port);
+      }
+    }
+  }
+  return numbers;
+}
+
+Findings editPort(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  const TableFiles table = pickTable(files, random);
+  const std::vector<PlainJson*> ports = portNumbers(files, table);
+  if (ports.empty()) {
+    return {};
+  }
+  addTo(*pick(ports, random), 1);
+  return {{Kind::kFingerprintDiffers, table.ports, "hash.port: "}};
+}
+
+Findings dropFromDictionary(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  const TableFiles table = pickTable(files, random);
+  if (portNumbers(files, table).empty()) {
+    return {};
+  }
+  PlainJson& maps = *contentsOf(files, table.ports).find("portDict")->find("refMaps");
+  const char* const field = random.percent(50) ? "type" : "port_prefix";
+  std::vector<PlainJson>& pairs = maps.find(field)->elements;
+  pairs.erase(pairs.begin() + random.below(static_cast<std::uint32_t>(pairs.size())));
+  return {{Kind::kPortUndefined, table.ports, table.ports + " "}};
+}
+
+Findings editDictionaryDevice(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  const TableFiles table = pickTable(files, random);
+  if (portNumbers(files, table).empty()) {
+    return {};
+  }
+  PlainJson& maps = *contentsOf(files, table.ports).find("portDict")->find("refMaps");
+  pick(maps.find("device")->elements, random).elements.at(1).text = "Elsewhere";
+  return {{Kind::kDeviceUnknown, table.ports, "Elsewhere"}};
+}
+
+Findings editText(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  const TableFiles table = pickTable(files, random);
+  const std::string member = random.percent(50) ? "tally" : "description";
+  const std::vector<PlainJson*> records = recordsWith(files, table, member);
+  if (records.empty()) {
+    return {};
+  }
+  pick(records, random)->find(member)->text += "x";
+  return {{Kind::kFingerprintDiffers, table.ports, "hash." + member + ": "}};
+}
+
+Findings dropDevice(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  std::vector<PlainJson>& devices = files.find(kDevices)->second.find("deviceLabels")->elements;
+  if (devices.empty()) {
+    return {};
+  }
+  const std::string id = pick(devices, random).find("id")->text;
+  const auto isIt = [&](const PlainJson& device) { return device.find("id")->text == id; };
+  devices.erase(std::remove_if(devices.begin(), devices.end(), isIt), devices.end());
+  if (contentsOf(files, kTree).find(id) == nullptr) {
+    return {};
+  }
+  return {{Kind::kDeviceUnknown, std::string(kTree), id}};
+}
+
+Findings editLabelKey(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  PlainJson& labels = contentsOf(files, kPortLabels);
+  if (labels.members.empty()) {
+    return {};
+  }
+  std::string& key = pick(labels.members, random).first;
+  const std::size_t place = key.find('[');
+  key.insert(place == std::string::npos ? 0 : place + 1, "977");
+  return {{Kind::kLabelUnused, std::string(kPortLabels), key}};
+}
+
+/// Turns a range round, or one number into a range that ends before it.
+std::string reverse(PlainJson& range) {
+  if (range.elements.size() == 1 || range.elements[0].text == range.elements[1].text) {
+    range.elements.resize(1);
+    range.elements.push_back(range.elements.front());
+    addTo(range.elements.back(), -1);
+  } else {
+    std::swap(range.elements[0], range.elements[1]);
+  }
+  return fmt::format(" {} to {}", range.elements[0].text, range.elements[1].text);
+}
+
+Findings reverseRange(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+  PlainJson& tree = contentsOf(files, kTree);
+  if (tree.members.empty()) {
+    return {};
+  }
+  auto& [device, slots] = pick(tree.members, random);
+  auto& [slot, groups] = pick(slots.members, random);
+  PlainJson& group = pick(groups.elements, random);
+  std::vector<PlainJson>& port = group.find("port")->elements;
+  std::string place = fmt::format("{}.{}.{}", device, slot, port.at(0).text);
+  if (random.percent(50)) {
+    place += reverse(port.at(1));
+  } else {
+    PlainJson& type = pick(group.find("types")->elements, random);
+    place += "." + type.elements.at(0).text;
+    place += reverse(type.elements.at(1));
+  }
+  return {{Kind::kRangeEmpty, std::string(kTree), place}};
+}
+
+}  // namespace
+
+const std::vector<PackedEdit>& packedEdits() {
+  static const std::vector<PackedEdit> kEdits = {
+      {"a file removed", removeFile},
+      {"names of another set", takeLabels},
+      {"ports of another set", takePorts},
+      {"a stored fingerprint changed", editHash},
+      {"the fingerprint of a side file changed", editSideHash},
+      {"the id of a name changed", editNameId},
+      {"a name changed", editName},
+      {"the id of categories changed", editCategoryId},
+      {"a category added", addCategory},
+      {"an id repeated", repeatId},
+      {"a packed port changed", editPort},
+      {"an entry of a dictionary removed", dropFromDictionary},
+      {"a device of a dictionary renamed", editDictionaryDevice},
+      {"a text of a record changed", editText},
+      {"a device removed", dropDevice},
+      {"the key of a label changed", editLabelKey},
+      {"a range reversed", reverseRange},
+  };
+  return kEdits;
+}
+
+}  // namespace quenfold::properties
