@@ -164,6 +164,10 @@ PlainJson* PlainJson::find(std::string_view name) {
   return const_cast<PlainJson*>(std::as_const(*this).find(name));
 }
 
+PlainJson* PlainJson::findAnyCase(std::string_view name) {
+  return const_cast<PlainJson*>(std::as_const(*this).findAnyCase(name));
+}
+
 PlainJson parsePlainJson(std::string_view text) { return Parser(text).parseAll(); }
 
 PlainJson readPlainJson(const std::string& path) {

@@ -22,6 +22,7 @@ struct PlainJson {
   [[nodiscard]] PlainJson* find(std::string_view name);
   /// The same; the letter case does not count.
   [[nodiscard]] const PlainJson* findAnyCase(std::string_view name) const;
+  [[nodiscard]] PlainJson* findAnyCase(std::string_view name);
 };
 
 /// Throws std::runtime_error for what is no JSON.
