@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "app/key_hash.h"
@@ -84,7 +85,7 @@ class PackedTableCheck {
     const cJSON* entry = firstChild(findMember(table.contents, kLogicalIOKey));
     for (; entry != nullptr; entry = entry->next) {
       const cJSON* const id = findMember(entry, kIdKey);
-      if (!ids_.insert(static_cast<std::uint32_t>(id->valueint)).second) {
+      if (++ids_[static_cast<std::uint32_t>(id->valueint)] == 2) {
         add(findings_, Kind::kIdRepeated, file_, fmt::format("{} {}", file_, id->valueint));
       }
       checkRecord(*entry, id->valueint);
@@ -152,7 +153,7 @@ class PackedTableCheck {
   const PackedTable& table_;
   Findings& findings_;
   std::string file_;
-  std::unordered_set<std::uint32_t> ids_;
+  std::unordered_map<std::uint32_t, std::size_t> ids_;  // to the number of their records
 };
 
 }  // namespace

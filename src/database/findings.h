@@ -79,7 +79,7 @@ inline constexpr std::array<KindText, 30> kKinds = {{
     {"name-unused", false, "a name is that of no record"},
     {"category-unused", false, "categories are those of no record"},
     {"port-undefined", false, "a packed port has a number that its dictionaries do not hold"},
-    {"device-unknown", false, "a device has no label and no serial number"},
+    {"device-unknown", false, "a device is not among those of dbpack_deviceLabels.json"},
     {"label-unused", false, "a label is that of no port"},
     {"range-empty", false, "a range ends before it begins and holds no port"},
     {"details-lost", true, "a matrix comes back with another id or type"},

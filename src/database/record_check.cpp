@@ -68,6 +68,17 @@ std::string listed(const std::vector<std::string_view>& bearers, const std::stri
                      left == 0 ? std::string() : fmt::format(" and {} more", left));
 }
 
+using Names = std::vector<std::string_view>;
+
+/// Whether it was not among them.
+bool noteName(Names& names, std::string_view name) {
+  const bool isNew = std::find(names.begin(), names.end(), name) == names.end();
+  if (isNew) {
+    names.push_back(name);
+  }
+  return isNew;
+}
+
 bool isEmptyPort(const cJSON& port) { return cJSON_IsNull(&port) != 0 || isText(port, ""); }
 
 }  // namespace
@@ -76,8 +87,9 @@ void RecordCheck::check(const cJSON& entry, const LogicalIORecord& returned) {
   const char* const name = stringValue(findMember(&entry, kNameKey));
   Current record{returned,
                  fmt::format("{} {} \"{}\"", table_.file, returned.id, name == nullptr ? "" : name),
+                 {},
                  {}};
-  std::vector<std::string_view> seen;
+  Names seen;
   for (const cJSON* member = entry.child; member != nullptr; member = member->next) {
     const bool held = std::find(kHeldMembers.begin(), kHeldMembers.end(), memberName(*member)) !=
                           kHeldMembers.end() ||
@@ -86,11 +98,7 @@ void RecordCheck::check(const cJSON& entry, const LogicalIORecord& returned) {
       add(Kind::kMemberIgnored, record, memberName(*member));
       continue;
     }
-    const bool repeated = std::find(seen.begin(), seen.end(), memberName(*member)) != seen.end();
-    if (!repeated) {
-      seen.push_back(memberName(*member));
-    }
-    checkMember(*member, repeated, record);
+    checkMember(*member, !noteName(seen, memberName(*member)), record);
   }
   checkPorts(record);
 }
@@ -99,9 +107,16 @@ void RecordCheck::add(Kind kind, const Current& record, std::string_view what) {
   findings_.add(kind, table_.file, [&] { return fmt::format("{} {}", record.place, what); });
 }
 
+/// Of a member that stands twice one value is lost.
+void RecordCheck::addLost(Current& record, std::string_view member) {
+  if (noteName(record.lost, member)) {
+    add(Kind::kFieldLost, record, member);
+  }
+}
+
 void RecordCheck::checkMember(const cJSON& member, bool repeated, Current& record) {
   if (repeated) {
-    add(Kind::kFieldLost, record, memberName(member));
+    addLost(record, memberName(member));
   }
   if (memberName(member) == table_.kind.portsKey) {
     for (const cJSON* port = member.child; port != nullptr; port = port->next) {
@@ -112,7 +127,7 @@ void RecordCheck::checkMember(const cJSON& member, bool repeated, Current& recor
   }
 }
 
-void RecordCheck::checkValue(const cJSON& member, const Current& record) {
+void RecordCheck::checkValue(const cJSON& member, Current& record) {
   const std::string_view name = memberName(member);
   if (name == kCategoryKey) {
     checkCategories(member, record);
@@ -122,7 +137,7 @@ void RecordCheck::checkValue(const cJSON& member, const Current& record) {
     }
   } else if (!comesBack(member, record.returned) &&
              (name != kNameKey || repeated_.count(record.returned.id) == 0)) {
-    add(Kind::kFieldLost, record, name);
+    addLost(record, name);
   }
 }
 

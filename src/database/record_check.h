@@ -41,11 +41,13 @@ class RecordCheck {
     const LogicalIORecord& returned;
     std::string place;  // "<file> <id> "<name>""
     std::vector<const cJSON*> ports;
+    std::vector<std::string_view> lost;  // members that were told
   };
 
   void add(Kind kind, const Current& record, std::string_view what);
+  void addLost(Current& record, std::string_view member);
   void checkMember(const cJSON& member, bool repeated, Current& record);
-  void checkValue(const cJSON& member, const Current& record);
+  void checkValue(const cJSON& member, Current& record);
   void checkCategories(const cJSON& list, const Current& record);
   void checkPorts(const Current& record);
   void checkPort(const cJSON& port, std::size_t position, const Current& record);
