@@ -20,7 +20,7 @@ Report check(const CheckRequest& request) {
   const HeldDatabase held(request.folder);
   const Findings findings = findingsOf(held.folder(), request.allPlaces);
   return {request.json ? findingsJson(findings, held.folder().form) : findingsText(findings),
-          anyCounts(findings, request.strict, {})};
+          anyCounts(findings, request.strict)};
 }
 
 }  // namespace quenfold::database

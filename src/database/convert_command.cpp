@@ -74,12 +74,23 @@ std::vector<std::string> staleFiles(const std::string& target, Form form,
 }
 
 std::string staleText(const std::vector<std::string>& stale, const std::string& target) {
-  std::string text =
-      fmt::format("{} holds files of another database (--remove-stale takes them away):\n", target);
+  std::string text = fmt::format(
+      "Refused: {} holds files that the source does not give. --remove-stale takes them away:\n",
+      target);
   for (const std::string& name : stale) {
     text += fmt::format("    {}\n", name);
   }
   return text;
+}
+
+std::optional<Report> refusalOf(const Findings& findings, const std::vector<Kind>& accepted) {
+  const std::vector<std::string_view> kinds = refusingKinds(findings, accepted);
+  if (kinds.empty()) {
+    return {};
+  }
+  return Report{fmt::format("{}Refused. --accept {} converts all the same.\n",
+                            findingsText(findings), fmt::join(kinds, ",")),
+                true};
 }
 
 /// The bytes of the file. Without a folder it goes nowhere.
@@ -168,8 +179,8 @@ Report pack(const ConvertRequest& request) {
   const LegacyDatabase legacy = readLegacyDatabase(source.path);
   const PackedSet set = packInMemory(legacy);
   const Findings findings = checkLegacy(legacy, set, false);
-  if (anyCounts(findings, false, request.accepted)) {
-    return {findingsText(findings), true};
+  if (std::optional<Report> refusal = refusalOf(findings, request.accepted)) {
+    return *std::move(refusal);
   }
   std::vector<std::string> read = {std::string(kMatricesFile)};
   std::vector<NewFile> files;
@@ -191,8 +202,8 @@ Report unpack(const ConvertRequest& request) {
   const FileTexts texts = readPackedFiles(source.path);
   PackedDatabase database = loadPackedDatabase(texts, source.path);
   const Findings findings = checkPacked(texts, database, false);
-  if (anyCounts(findings, false, request.accepted)) {
-    return {findingsText(findings), true};
+  if (std::optional<Report> refusal = refusalOf(findings, request.accepted)) {
+    return *std::move(refusal);
   }
   requireFiles(texts, source.path);
   const unpacking::ExpandedTree expanded =

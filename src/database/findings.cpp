@@ -57,13 +57,25 @@ Kind kindOf(std::string_view name) {
   return static_cast<Kind>(found - kKinds.begin());
 }
 
-bool anyCounts(const Findings& findings, bool notesCount, const std::vector<Kind>& accepted) {
+bool anyCounts(const Findings& findings, bool notesCount) {
   bool any = false;
   forEachGroup(findings, [&](Kind kind, const std::string& /*file*/, const FindingGroup&) {
-    any = any || ((notesCount || !textOf(kind).note) &&
-                  std::find(accepted.begin(), accepted.end(), kind) == accepted.end());
+    any = any || notesCount || !textOf(kind).note;
   });
   return any;
+}
+
+std::vector<std::string_view> refusingKinds(const Findings& findings,
+                                            const std::vector<Kind>& accepted) {
+  std::vector<std::string_view> names;
+  forEachGroup(findings, [&](Kind kind, const std::string& /*file*/, const FindingGroup&) {
+    const std::string_view name = textOf(kind).name;
+    if (!textOf(kind).note && std::find(accepted.begin(), accepted.end(), kind) == accepted.end() &&
+        (names.empty() || names.back() != name)) {
+      names.push_back(name);
+    }
+  });
+  return names;
 }
 
 std::string findingsText(const Findings& findings) {

@@ -132,9 +132,12 @@ class Findings {
 /// The kind of that name. Throws "unknown kind: <name>".
 Kind kindOf(std::string_view name);
 
-/// Whether there is a finding that is no note, or any at all when notes count, and whose kind is
-/// not among the accepted ones.
-bool anyCounts(const Findings& findings, bool notesCount, const std::vector<Kind>& accepted);
+/// Whether there is a finding that is no note, or any at all when notes count.
+bool anyCounts(const Findings& findings, bool notesCount);
+
+/// The names of the kinds of what was found, in their order, that are no notes and not accepted.
+std::vector<std::string_view> refusingKinds(const Findings& findings,
+                                            const std::vector<Kind>& accepted);
 
 /// For a person: a line for each group, its places below it, or a line that says that there is
 /// none. Ends in a line end.
