@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/key_hash.h"
+#include "database/expand_tree.h"
 #include "database/legacy_model.h"
 #include "json/access.h"
 #include "json/plain_run.h"
@@ -228,8 +229,7 @@ std::vector<std::uint32_t> noteKnown(const Model& model, KnownPorts& ports, Find
 void checkMatrices(const MatricesContext& context, KnownPorts& ports, Findings& findings) {
   const auto& [legacy, model, packed] = context;
   const std::vector<std::uint32_t> repeated = noteKnown(model, ports, findings);
-  const ExpandedTree expanded =
-      unpacking::expandPortTree(packed.tree, packed.devices, packed.portLabels);
+  const ExpandedTree expanded = expandTree(packed, packed.portLabels);
   ReturnedPorts(expanded, ports, findings).visitAll();
   Comparison comparison(model, expanded, findings);
   for (const KnownPort& known : ports) {

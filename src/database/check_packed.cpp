@@ -12,6 +12,7 @@
 #include <unordered_set>
 
 #include "app/key_hash.h"
+#include "database/expand_tree.h"
 #include "database/packed_fingerprints.h"
 #include "json/cjson_access.h"
 #include "logicalio/format.h"
@@ -41,19 +42,12 @@ Keys idsOf(const std::vector<DeviceLabel>& devices) {
   return ids;
 }
 
-/// As the file spells it, without the place of the number.
-std::string portName(const unpacking::PortTypeGroup& group) {
-  std::string name = group.port;
-  const std::size_t place = name.find("[{}");
-  return place == std::string::npos ? name : name.erase(place + 1, 2);
-}
-
 void checkRanges(const std::string& slot, const unpacking::PortTypeGroup& group,
                  Findings& findings) {
   const auto addRange = [&](std::string_view what, std::int32_t first, std::int32_t last) {
     if (first > last) {
       add(findings, Kind::kRangeEmpty, packedFileName(kMatricesSection),
-          fmt::format("{}.{}{} {} to {}", slot, portName(group), what, first, last));
+          fmt::format("{}.{}{} {} to {}", slot, patternText(group), what, first, last));
     }
   };
   addRange("", group.first, group.last);
@@ -185,8 +179,7 @@ void checkTree(const PackedDatabase& database, Findings& findings) {
       }
     }
   }
-  const unpacking::ExpandedTree expanded =
-      unpacking::expandPortTree(database.tree, database.devices, database.portLabels);
+  const unpacking::ExpandedTree expanded = expandTree(database, database.portLabels);
   const Keys unused = unusedKeys(database, expanded);
   for (const std::string_view key : std::set<std::string_view>(unused.begin(), unused.end())) {
     add(findings, Kind::kLabelUnused, packedFileName(kPortLabelsSection), std::string(key));

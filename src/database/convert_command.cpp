@@ -11,6 +11,7 @@
 #include "app/stage_timer.h"
 #include "database/check.h"
 #include "database/commands.h"
+#include "database/expand_tree.h"
 #include "database/folder.h"
 #include "database/size_table.h"
 #include "database/staging.h"
@@ -206,8 +207,7 @@ Report unpack(const ConvertRequest& request) {
     return *std::move(refusal);
   }
   requireFiles(texts, source.path);
-  const unpacking::ExpandedTree expanded =
-      unpacking::expandPortTree(database.tree, database.devices, database.portLabels);
+  const unpacking::ExpandedTree expanded = expandTree(database, database.portLabels);
   unpacking::LegacyWriter writer(expanded);
   const FileTexts tables = unpackTables(database);
   std::vector<NewFile> files;

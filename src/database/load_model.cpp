@@ -9,6 +9,7 @@
 
 #include "app/error.h"
 #include "app/files.h"
+#include "database/expand_tree.h"
 #include "database/legacy_model.h"
 #include "database/unheard.h"
 #include "logicalio/legacy_reader.h"
@@ -113,8 +114,7 @@ PackedDatabase packedFormOf(const LegacyDatabase& legacy) {
 }
 
 Model modelOf(const PackedDatabase& packed) {
-  const ExpandedTree expanded =
-      unpacking::expandPortTree(packed.tree, packed.devices, packed.portLabels);
+  const ExpandedTree expanded = expandTree(packed, packed.portLabels);
   Model model;
   TreeLister lister(expanded, model);
   for (const DeviceLabel& device : packed.devices) {

@@ -24,6 +24,8 @@ class Loader {
 
   PackedDatabase load() {
     PackedDatabase database;
+    database.treePath = folder_.empty() ? std::string(kMatricesFile)
+                                        : joinPath(folder_, packedFileName(kMatricesSection));
     loadSection(kDeviceLabelsSection,
                 [&](std::string text) { database.devices = deviceLabelsOf(std::move(text)); });
     loadSection(kPortLabelsSection, [&](std::string text) {

@@ -31,10 +31,12 @@ struct PackedDatabase {
   PortLabelMap portLabels;    // by port key with the frame ID in front
   PortLabelMap labelsByName;  // by port key with the device's label in front
   unpacking::PortTree tree;
+  std::string treePath;  // of the file that the tree comes from
   std::array<std::optional<PackedTable>, kTableCount> tables;
 };
 
-/// Loads the texts of a packed set. `folder` is where they were read, or empty. Throws what
+/// Loads the texts of a packed set. `folder` is where they were read, or empty for
+/// a legacy database that was packed in memory. Throws what
 /// unpacking throws for them with the path of the file in front, and
 /// "<path>:<line>:<column>: no JSON" for a file that is none.
 PackedDatabase loadPackedDatabase(FileTexts texts, const std::string& folder);

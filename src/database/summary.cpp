@@ -7,7 +7,7 @@
 #include <unordered_map>
 
 #include "app/key_hash.h"
-#include "matrices/expand.h"
+#include "database/expand_tree.h"
 #include "matrices/format.h"
 
 namespace quenfold::database {
@@ -82,8 +82,7 @@ std::vector<DeviceSummary> devicesOf(const PackedDatabase& database, const Expan
 Summary summarise(const PackedDatabase& database) {
   // Who bears the labels does not matter here, and no port need be spelled to look for one.
   const PortLabelMap noLabels;
-  const ExpandedTree expanded =
-      unpacking::expandPortTree(database.tree, database.devices, noLabels);
+  const ExpandedTree expanded = expandTree(database, noLabels);
   Summary summary;
   summary.ports = expanded.ports;
   summary.inputs = expanded.inputs;
