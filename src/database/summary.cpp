@@ -87,7 +87,10 @@ Summary summarise(const PackedDatabase& database) {
   summary.ports = expanded.ports;
   summary.inputs = expanded.inputs;
   summary.outputs = expanded.outputs;
-  summary.portLabels = database.portLabels.size();
+  const PortLabelMap::Entries& labels = database.portLabels.entries();
+  summary.portLabels = static_cast<std::size_t>(
+      std::count_if(labels.begin(), labels.end(),
+                    [](const PortLabelMap::Entry& entry) { return !entry.label.empty(); }));
   summary.devices = devicesOf(database, expanded);
   for (const Table table : kTables) {
     const std::optional<PackedTable>& packed = database.tables.at(table);

@@ -46,6 +46,7 @@ TEST(Summarise, CountsPortsByDirection) {
                    {"B", {{"s", {{"x[{}]", 1, 4, {{"a", {1, 1}}}, Direction::kUnknown}}}}}};
   database.portLabels.assign("A.s.in[1].a.ch1", "Vox");
   database.portLabels.assign("no.port", "Kick");
+  database.portLabels.assign("A.s.in[2].a.ch1", "");  // none
   const Summary summary = summarise(database);
   EXPECT_EQ(summary.ports, 15U);
   EXPECT_EQ(summary.inputs, 9U);
