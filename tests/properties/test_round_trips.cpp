@@ -57,7 +57,7 @@ Outcome tryDatabase(std::uint32_t seed) {
   try {
     const LegacyDatabase database = database::readLegacyDatabase(trip.legacy);
     findings = database::checkLegacy(database, database::packInMemory(database), true);
-    outcome.clean = !anyCounts(*findings, false, {});
+    outcome.clean = !anyCounts(*findings, false);
     outcome.kinds = kindsOf(*findings);
   } catch (const std::exception& failure) {
     outcome.failure = failure.what();
