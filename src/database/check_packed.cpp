@@ -42,6 +42,16 @@ Keys idsOf(const std::vector<DeviceLabel>& devices) {
   return ids;
 }
 
+/// What a table may call a device. Packing gives it the label where another one of the table is
+/// already called as its id.
+Keys namesOf(const std::vector<DeviceLabel>& devices) {
+  Keys names = idsOf(devices);
+  for (const DeviceLabel& device : devices) {
+    names.insert(device.label);
+  }
+  return names;
+}
+
 void checkRanges(const std::string& slot, const unpacking::PortTypeGroup& group,
                  Findings& findings) {
   const auto addRange = [&](std::string_view what, std::int32_t first, std::int32_t last) {
@@ -190,7 +200,7 @@ void checkPackedTable(const PackedTable& table, const std::vector<DeviceLabel>& 
                       Findings& findings) {
   PackedTableCheck check(table, findings);
   check.checkSideFiles();
-  check.checkDevices(idsOf(devices));
+  check.checkDevices(namesOf(devices));
   checkFingerprints(table, findings);
 }
 

@@ -164,7 +164,7 @@ class Differences : public testing::Test {
 };
 
 TEST_F(Differences, AreNoneUntilSomethingIsEdited) {
-  const Seeds seeds = seedsToTry(300);
+  const Seeds seeds = seedsToTry(40);
   for (std::uint32_t seed = seeds.first; seed < seeds.first + seeds.count; ++seed) {
     tryDatabase(seed);
   }

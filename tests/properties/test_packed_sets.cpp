@@ -145,7 +145,7 @@ class PackedSets : public testing::Test {
 };
 
 TEST_F(PackedSets, AreCleanUntilTheyAreEdited) {
-  const Seeds seeds = seedsToTry(600);
+  const Seeds seeds = seedsToTry(150);
   PackedFiles others;
   std::uint32_t clean = 0;
   for (std::uint32_t seed = seeds.first; seed < seeds.first + seeds.count; ++seed) {
