@@ -2,6 +2,7 @@
 
 #include <fmt/core.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -98,6 +99,73 @@ Told renameMatrix(LegacyFiles& database, Random& random) {
   std::string& name = matrices[pickPlace(matrices, random)].find("name")->text;
   const std::string before = std::exchange(name, name + ".edited");
   return {{"matrix-removed", kMatrices, before, "", ""}, {"matrix-added", kMatrices, name, "", ""}};
+}
+
+Told movePort(LegacyFiles& database, Random& random) {
+  const std::optional<PickedPort> port = pickPort(database, random);
+  std::vector<PlainJson>& matrices = matricesIn(database);
+  if (!port || matrices.size() < 2) {
+    return {};
+  }
+  const bool fromFirst = port->ports == &matrices.front().find("ports")->elements;
+  PlainJson& target = fromFirst ? matrices.back() : matrices.front();
+  const auto source = std::find_if(matrices.begin(), matrices.end(), [&](PlainJson& matrix) {
+    return &matrix.find("ports")->elements == port->ports;
+  });
+  Told told = {{"port-matrix-changed", kMatrices, port->name(), source->find("name")->text,
+                target.find("name")->text}};
+  target.find("ports")->elements.push_back(port->entry());
+  port->ports->erase(port->ports->begin() + static_cast<std::ptrdiff_t>(port->place));
+  return told;
+}
+
+/// The matrices of one device that has a serial number; none in a database without.
+struct PickedDevice {
+  std::string label;
+  std::vector<PlainJson*> matrices;
+
+  [[nodiscard]] std::string serial() const { return matrices.front()->find("serialnumber")->text; }
+};
+
+std::optional<PickedDevice> pickDevice(LegacyFiles& database, Random& random) {
+  std::map<std::string, PickedDevice> devices;
+  for (PlainJson& matrix : matricesIn(database)) {
+    const std::string& name = matrix.find("name")->text;
+    const std::string label = name.substr(0, name.find('.'));
+    if (!label.empty() && !matrix.find("serialnumber")->text.empty()) {
+      devices[label].label = label;
+      devices[label].matrices.push_back(&matrix);
+    }
+  }
+  if (devices.empty()) {
+    return std::nullopt;
+  }
+  return std::next(devices.begin(), static_cast<std::ptrdiff_t>(pickPlace(devices, random)))
+      ->second;
+}
+
+Told editDeviceSerial(LegacyFiles& database, Random& random) {
+  const std::optional<PickedDevice> device = pickDevice(database, random);
+  if (!device) {
+    return {};
+  }
+  Told told = {{"device-serial-changed", kMatrices, device->label, device->serial(), "Edited"}};
+  for (PlainJson* const matrix : device->matrices) {
+    matrix->find("serialnumber")->text = "Edited";
+  }
+  return told;
+}
+
+Told renameDevice(LegacyFiles& database, Random& random) {
+  const std::optional<PickedDevice> device = pickDevice(database, random);
+  if (!device) {
+    return {};
+  }
+  for (PlainJson* const matrix : device->matrices) {
+    matrix->find("name")->text.replace(0, device->label.size(), "Edited");
+  }
+  return {{"device-removed", kMatrices, device->label, "", ""},
+          {"device-added", kMatrices, "Edited", "", ""}};
 }
 
 /// One record of a table, and how it is meant.
@@ -220,6 +288,15 @@ Told removeTable(LegacyFiles& database, Random& random) {
   return {{"table-removed", table->first, table->first, "", ""}};
 }
 
+Told addTable(LegacyFiles& database, Random& /*random*/) {
+  if (database.files.count("sources.json") != 0) {
+    return {};
+  }
+  database.files.emplace("sources.json",
+                         parsePlainJson(R"({"LogicalSources":{"LogicalSource":[]}})"));
+  return {{"table-added", "sources.json", "sources.json", "", ""}};
+}
+
 }  // namespace
 
 const std::vector<LegacyEdit>& legacyEdits() {
@@ -229,6 +306,9 @@ const std::vector<LegacyEdit>& legacyEdits() {
       {"a port renamed", false, renamePort},
       {"the serial number of a matrix", false, editSerial},
       {"the name of a matrix", false, renameMatrix},
+      {"a port in another matrix", false, movePort},
+      {"the serial number of a device", false, editDeviceSerial},
+      {"the label of a device", false, renameDevice},
       {"the name of a record", true, editName},
       {"the tally of a record", true, editTally},
       {"the description of a record", true, editDescription},
@@ -237,6 +317,7 @@ const std::vector<LegacyEdit>& legacyEdits() {
       {"a port of a record", true, editPort},
       {"the id of a record", true, editId},
       {"a table removed", true, removeTable},
+      {"a table added", true, addTable},
   };
   return kEdits;
 }
