@@ -5,6 +5,7 @@
 #include <map>
 #include <sstream>
 #include <string>
+#include <string_view>
 
 #include "support/scratch.h"
 
@@ -41,6 +42,16 @@ inline void putTexts(const ScratchFolder& folder, const FolderTexts& texts) {
     static_cast<void>(folder.file(name, text));
   }
 }
+
+/// What the folder of a database with these three names holds before its files are replaced, and
+/// after.
+inline bool isKnown(std::string_view name) {
+  return name == "a.json" || name == "b.json" || name == "c.json";
+}
+inline const FolderTexts kOld = {
+    {"a.json", "old a"}, {"c.json", "old c"}, {"notes", "no database"}};
+inline const FolderTexts kNew = {
+    {"a.json", "new a"}, {"b.json", "new b"}, {"notes", "no database"}};
 
 /// The permissions of a file, as chmod takes them.
 inline unsigned permissionsOf(const std::string& path) {

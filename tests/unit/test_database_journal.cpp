@@ -16,10 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::FolderTexts;
-
-bool isKnown(std::string_view name) {
-  return name == "a.json" || name == "b.json" || name == "c.json";
-}
+using test::isKnown;
+using test::kNew;
+using test::kOld;
 
 constexpr const char* kJournal = ".quenfold-db.journal";
 constexpr const char* kStagedA = ".quenfold-db.new.a.json";
@@ -32,11 +31,8 @@ constexpr const char* kText =
     "remove c.json\n"
     "end\n";
 
+/// They make `kNew` of `kOld`.
 Changes changes() { return {{{"a.json", kStagedA}, {"b.json", kStagedB}}, {"c.json"}}; }
-
-/// What the changes make of `kOld`; "b.json" is new.
-const FolderTexts kOld = {{"a.json", "old a"}, {"c.json", "old c"}, {"notes", "no database"}};
-const FolderTexts kNew = {{"a.json", "new a"}, {"b.json", "new b"}, {"notes", "no database"}};
 
 TEST(StagedName, StandsBesideTheFile) { EXPECT_EQ(stagedNameOf("a.json"), kStagedA); }
 

@@ -22,13 +22,9 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::FolderTexts;
-
-bool isKnown(std::string_view name) {
-  return name == "a.json" || name == "b.json" || name == "c.json";
-}
-
-const FolderTexts kOld = {{"a.json", "old a"}, {"c.json", "old c"}, {"notes", "no database"}};
-const FolderTexts kNew = {{"a.json", "new a"}, {"b.json", "new b"}, {"notes", "no database"}};
+using test::isKnown;
+using test::kNew;
+using test::kOld;
 
 /// A folder that holds the old files.
 struct OldFolder {

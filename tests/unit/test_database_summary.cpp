@@ -12,14 +12,8 @@ namespace quenfold::database {
 namespace {
 
 using test::destinationsOf;
+using test::dictOf;
 using test::sourcesOf;
-
-PortDict dictOf(const FieldWidths& widths) {
-  PortDict dict;
-  dict.bits = widths;
-  dict.computeShifts();
-  return dict;
-}
 
 void addTable(PackedDatabase& database, Table table, std::size_t records,
               const FieldWidths& widths) {

@@ -6,12 +6,7 @@
 namespace quenfold::database {
 namespace {
 
-PortDict dictOf(const FieldWidths& widths) {
-  PortDict dict;
-  dict.bits = widths;
-  dict.computeShifts();
-  return dict;
-}
+using test::dictOf;
 
 TEST(SummaryText, SaysThatADatabaseIsEmpty) {
   Summary summary;
