@@ -63,8 +63,9 @@ class DetailComparison {
     comparePortOrder();
     compareLists();
     compareSerials();
-    compareTable("sources.json", "Source", "val");
-    compareTable("destinations.json", "Destination", "oid");
+    for (const TableShape& shape : kTableShapes) {
+      compareTable(shape);
+    }
     return std::move(differences_);
   }
 
@@ -77,7 +78,7 @@ class DetailComparison {
 
   void requireHeld(const PlainJson& object, const Names& held, const std::string& path) {
     for (const auto& [name, value] : object.members) {
-      require(isOneOf(held, name), "member " + path + name,
+      require(isOneOf(held, name), fmt::format("member {}{}", path, name),
               findings_.has(Kind::kMemberIgnored, kMatrices, path + name));
     }
   }
@@ -162,63 +163,64 @@ class DetailComparison {
     }
   }
 
-  void compareTable(const std::string& file, const std::string& kind, const char* portsKey) {
-    if (trip_.after.tables.count(file) == 0 || trip_.before.tables.count(file) == 0) {
+  void compareTable(const TableShape& shape) {
+    if (trip_.after.tables.count(shape.file) == 0 || trip_.before.tables.count(shape.file) == 0) {
       return;
     }
-    const PlainJson root = readPlainJson(trip_.legacy + "/" + file);
-    const std::string key = "Logical" + kind + "s";
-    compareFrame(root, file, key);
-    const PlainJson& table = *root.findAnyCase(key);
-    compareTableMembers(table, file, key, "Logical" + kind);
-    const PlainJson returned = readPlainJson(trip_.returned + "/" + file);
-    const std::vector<PlainJson>& records = elementsOf(table.findAnyCase("Logical" + kind));
-    const std::vector<PlainJson>& back = elementsOf(returned.find(key)->find("Logical" + kind));
+    const PlainJson root = readPlainJson(trip_.legacy + "/" + shape.file);
+    compareFrame(root, shape);
+    const PlainJson& table = *root.findAnyCase(shape.tableKey);
+    compareTableMembers(table, shape);
+    const PlainJson returned = readPlainJson(trip_.returned + "/" + shape.file);
+    const std::vector<PlainJson>& records = elementsOf(table.findAnyCase(shape.entriesKey));
+    const std::vector<PlainJson>& back =
+        elementsOf(returned.find(shape.tableKey)->find(shape.entriesKey));
     for (std::size_t place = 0; place < std::min(records.size(), back.size()); ++place) {
-      compareRecord(file, records[place], back[place], portsKey);
+      compareRecord(shape, records[place], back[place]);
     }
-    requireListedPorts(file);
+    requireListedPorts(shape.file);
   }
 
-  void compareFrame(const PlainJson& root, const std::string& file, const std::string& key) {
+  void compareFrame(const PlainJson& root, const TableShape& shape) {
     for (const auto& [name, value] : root.members) {
-      require(name == key, "member " + name,
-              findings_.begins(Kind::kMemberIgnored, file, file + " " + name));
+      require(name == shape.tableKey, "member " + name,
+              findings_.begins(Kind::kMemberIgnored, shape.file,
+                               fmt::format("{} {}", shape.file, name)));
     }
   }
 
-  void compareTableMembers(const PlainJson& table, const std::string& file, const std::string& key,
-                           const std::string& entriesKey) {
+  void compareTableMembers(const PlainJson& table, const TableShape& shape) {
     const auto has = [&](Kind kind, const std::string& name) {
-      return findings_.has(kind, file, fmt::format("{} {}.{}", file, key, name));
+      return findings_.has(kind, shape.file,
+                           fmt::format("{} {}.{}", shape.file, shape.tableKey, name));
     };
     for (const auto& [name, value] : table.members) {
       const bool levels = name == "levelKeys" && !value.elements.empty();
       require(!levels, "level keys", has(Kind::kLevelKeysLost, name));
-      require(name == "version" || name == "levelKeys" || name == entriesKey, "member " + name,
+      require(name == "version" || name == "levelKeys" || name == shape.entriesKey,
+              "member " + name,
               has(Kind::kMemberIgnored, name) || has(Kind::kFieldLost, name) ||
                   has(Kind::kLevelKeysLost, name));
     }
   }
 
-  void compareRecord(const std::string& file, const PlainJson& record, const PlainJson& returned,
-                     const std::string& portsKey) {
-    const std::string place = fmt::format("{} {} ", file, memberText(returned, "id"));
+  void compareRecord(const TableShape& shape, const PlainJson& record, const PlainJson& returned) {
+    const std::string place = fmt::format("{} {} ", shape.file, memberText(returned, "id"));
     const auto isNamed = [&](Kind kind, const std::string& what) {
-      return findings_.beginsAndHas(kind, file, place, " " + what);
+      return findings_.beginsAndHas(kind, shape.file, place, " " + what);
     };
     for (const auto& [name, value] : record.members) {
-      require(returned.find(name) != nullptr, place + "member " + name,
+      require(returned.find(name) != nullptr, fmt::format("{}member {}", place, name),
               isNamed(Kind::kMemberIgnored, name));
     }
     const PlainJson* const key = record.find("key");
     require(key == nullptr || (!key->isText() && key->text == "0"), place + "key",
             isNamed(Kind::kKeyChanged, "key"));
-    const std::size_t count = elementsOf(record.find(portsKey)).size();
-    const std::size_t back = elementsOf(returned.find(portsKey)).size();
+    const std::size_t count = elementsOf(record.find(shape.portsKey)).size();
+    const std::size_t back = elementsOf(returned.find(shape.portsKey)).size();
     require(count == back, fmt::format("{}: {} ports -> {}", place, count, back),
             isNamed(Kind::kEmptyPortsLost, fmt::format("{} -> {}", count, back)) ||
-                isNamed(Kind::kFieldLost, portsKey));
+                isNamed(Kind::kFieldLost, shape.portsKey));
   }
 
   void requireListedPorts(const std::string& file) {
@@ -229,7 +231,8 @@ class DetailComparison {
         const auto isNamed = [&](Kind kind) {
           return findings_.beginsAndHas(kind, file, file + " ", port);
         };
-        require(text.empty() || trip_.before.portsNamed.count(text) != 0, "no such" + port + text,
+        require(text.empty() || trip_.before.portsNamed.count(text) != 0,
+                fmt::format("no such{}{}", port, text),
                 isNamed(Kind::kPortDangling) || isNamed(Kind::kPortUnknown) ||
                     isNamed(Kind::kPortChanged));
       }

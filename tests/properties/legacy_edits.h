@@ -39,6 +39,7 @@ struct LegacyEdit {
   std::vector<ToldDifference> (*make)(LegacyFiles& database, generator::Random& random);
 };
 
-const std::vector<LegacyEdit>& legacyEdits();
+std::vector<LegacyEdit> matrixEdits();
+std::vector<LegacyEdit> recordEdits();
 
 }  // namespace quenfold::properties

@@ -67,8 +67,9 @@ std::string categoriesText(const PlainJson& list) {
   std::string told;
   for (const PlainJson& item : list.elements) {
     text += inQuotes(item.isText() ? item.text : numberText(item.text)) + ",";
-    told = item.isText() && item.text.empty() ? told : text;
-    text = item.isText() && item.text.empty() ? text : told;
+    if (!item.isText() || !item.text.empty()) {
+      told = text;
+    }
   }
   return told;
 }
@@ -101,20 +102,19 @@ MeantRecord readRecord(const PlainJson& entry, const char* portsKey) {
   return record;
 }
 
-void readTable(const std::string& folder, const std::string& file, const std::string& kind,
-               const char* portsKey, Meaning& meaning) {
-  const std::string path = folder + "/" + file;
+void readTable(const std::string& folder, const TableShape& shape, Meaning& meaning) {
+  const std::string path = folder + "/" + shape.file;
   if (!std::filesystem::exists(path)) {
     return;
   }
   const PlainJson root = readPlainJson(path);
-  std::vector<MeantRecord>& records = meaning.tables[file];
-  const PlainJson* const table = root.findAnyCase("Logical" + kind + "s");
+  std::vector<MeantRecord>& records = meaning.tables[shape.file];
+  const PlainJson* const table = root.findAnyCase(shape.tableKey);
   const PlainJson* const entries =
-      table == nullptr ? nullptr : table->findAnyCase("Logical" + kind);
+      table == nullptr ? nullptr : table->findAnyCase(shape.entriesKey);
   if (entries != nullptr) {
     for (const PlainJson& entry : entries->elements) {
-      records.push_back(readRecord(entry, portsKey));
+      records.push_back(readRecord(entry, shape.portsKey));
     }
   }
 }
@@ -132,8 +132,9 @@ std::set<std::string> Meaning::portsOf(const std::string& text) const {
 Meaning readMeaning(const std::string& folder) {
   Meaning meaning;
   readMatrices(readPlainJson(folder + "/matrices.json"), meaning);
-  readTable(folder, "sources.json", "Source", "val", meaning);
-  readTable(folder, "destinations.json", "Destination", "oid", meaning);
+  for (const TableShape& shape : kTableShapes) {
+    readTable(folder, shape, meaning);
+  }
   return meaning;
 }
 

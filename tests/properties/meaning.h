@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <map>
 #include <optional>
 #include <set>
@@ -11,6 +12,18 @@
 // What a legacy database says, read by nothing that the program uses.
 
 namespace quenfold::properties {
+
+/// How a table's file is laid out.
+struct TableShape {
+  const char* file;
+  const char* tableKey;
+  const char* entriesKey;
+  const char* portsKey;
+};
+inline constexpr std::array<TableShape, 2> kTableShapes = {{
+    {"sources.json", "LogicalSources", "LogicalSource", "val"},
+    {"destinations.json", "LogicalDestinations", "LogicalDestination", "oid"},
+}};
 
 struct MeantMatrix {
   std::string name;

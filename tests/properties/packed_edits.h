@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <string>
 #include <string_view>
@@ -30,6 +31,15 @@ struct PackedEdit {
                                 generator::Random& random);
 };
 
-const std::vector<PackedEdit>& packedEdits();
+/// Of the files of the matrices, and of the set itself.
+std::vector<PackedEdit> setEdits();
+/// Of those of the tables.
+std::vector<PackedEdit> tableEdits();
+
+/// The value under the only key of a file.
+PlainJson& contentsOf(PackedFiles& files, std::string_view file);
+
+/// Of an integer.
+void addTo(PlainJson& number, std::int64_t more);
 
 }  // namespace quenfold::properties

@@ -1,3 +1,4 @@
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -33,7 +34,7 @@ Told linesOf(const Findings& findings) {
   for (std::size_t kind = 0; kind < kKinds.size(); ++kind) {
     for (const auto& [file, group] : findings.of(static_cast<Kind>(kind))) {
       for (const std::string& place : group.places) {
-        lines.push_back(std::string(kKinds.at(kind).name) + " " + file + ": " + place);
+        lines.push_back(fmt::format("{} {}: {}", kKinds.at(kind).name, file, place));
       }
     }
   }

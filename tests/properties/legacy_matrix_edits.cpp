@@ -1,13 +1,12 @@
-#include "properties/legacy_edits.h"
-
-#include <fmt/core.h>
-
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <iterator>
+#include <map>
 #include <optional>
 #include <utility>
+
+#include "properties/legacy_edits.h"
+#include "properties/pick.h"
 
 namespace quenfold::properties {
 namespace {
@@ -16,11 +15,6 @@ using generator::Random;
 using Told = std::vector<ToldDifference>;
 
 constexpr const char* kMatrices = "matrices.json";
-
-template <typename Items>
-std::size_t pickPlace(const Items& items, Random& random) {
-  return random.below(static_cast<std::uint32_t>(items.size()));
-}
 
 std::vector<PlainJson>& matricesIn(LegacyFiles& database) {
   return database.files.at(kMatrices).find("Config")->find("Matrices")->elements;
@@ -168,139 +162,10 @@ Told renameDevice(LegacyFiles& database, Random& random) {
           {"device-added", kMatrices, "Edited", "", ""}};
 }
 
-/// One record of a table, and how it is meant.
-struct PickedRecord {
-  std::string file;
-  PlainJson* entry;
-  const MeantRecord* meant;
-
-  /// As differences name it.
-  [[nodiscard]] std::string place() const {
-    return fmt::format("{} {} \"{}\"", file, meant->id, meant->fields.at("name"));
-  }
-
-  [[nodiscard]] PlainJson& member(const std::string& name, const char* otherwise) const {
-    PlainJson* const found = entry->find(name);
-    return found != nullptr ? *found
-                            : entry->members.emplace_back(name, parsePlainJson(otherwise)).second;
-  }
-
-  [[nodiscard]] PlainJson& ports() const {
-    return member(entry->find("val") != nullptr ? "val" : "oid", "[]");
-  }
-};
-
-std::optional<PickedRecord> pickRecord(LegacyFiles& database, Random& random) {
-  std::vector<PickedRecord> records;
-  for (const auto& [file, meant] : database.meaning.tables) {
-    const std::string kind = file == "sources.json" ? "LogicalSource" : "LogicalDestination";
-    PlainJson* const root = database.files.at(file).findAnyCase(kind + "s");
-    std::vector<PlainJson>& entries = root->findAnyCase(kind)->elements;
-    for (std::size_t place = 0; place < entries.size(); ++place) {
-      records.push_back({file, &entries[place], &meant[place]});
-    }
-  }
-  return records.empty() ? std::nullopt : std::optional(records[pickPlace(records, random)]);
-}
-
-Told editText(LegacyFiles& database, Random& random, const std::string& member) {
-  const std::optional<PickedRecord> record = pickRecord(database, random);
-  if (!record) {
-    return {};
-  }
-  record->member(member, "\"\"").text = "Edited";
-  return {{fmt::format("record-{}-changed", member), record->file, record->place(),
-           record->meant->fields.at(member), "Edited"}};
-}
-
-Told editName(LegacyFiles& database, Random& random) { return editText(database, random, "name"); }
-
-Told editTally(LegacyFiles& database, Random& random) {
-  return editText(database, random, "tally");
-}
-
-Told editDescription(LegacyFiles& database, Random& random) {
-  return editText(database, random, "description");
-}
-
-Told editRedirect(LegacyFiles& database, Random& random) {
-  const std::optional<PickedRecord> record = pickRecord(database, random);
-  if (!record) {
-    return {};
-  }
-  record->member("redirect", "1").text = "4321";
-  return {{"record-redirect-changed", record->file, record->place(),
-           record->meant->fields.at("redirect"), "4321"}};
-}
-
-Told editCategory(LegacyFiles& database, Random& random) {
-  const std::optional<PickedRecord> record = pickRecord(database, random);
-  if (!record) {
-    return {};
-  }
-  std::vector<PlainJson>& categories = record->member("category", "[]").elements;
-  if (categories.empty()) {
-    categories.push_back(parsePlainJson("\"\""));
-  }
-  PlainJson& first = categories.front();
-  const std::string before = std::exchange(first, parsePlainJson("\"Edited\"")).text;
-  return {
-      {"record-category-changed", record->file, record->place() + " category 1", before, "Edited"}};
-}
-
-Told editPort(LegacyFiles& database, Random& random) {
-  const std::optional<PickedRecord> record = pickRecord(database, random);
-  const std::optional<PickedPort> port = pickPort(database, random);
-  if (!record || !port || record->ports().elements.empty()) {
-    return {};
-  }
-  std::vector<PlainJson>& ports = record->ports().elements;
-  const std::size_t position = pickPlace(ports, random);
-  const std::string before = std::exchange(ports[position].text, port->name());
-  const std::set<std::string> meant = database.meaning.portsOf(before);
-  const std::string from = meant.empty() ? std::string() : *meant.begin();
-  if (from == port->name()) {
-    return {};
-  }
-  return {{"record-port-changed", record->file,
-           fmt::format("{} port {}", record->place(), position + 1), from, port->name()}};
-}
-
-Told editId(LegacyFiles& database, Random& random) {
-  const std::optional<PickedRecord> record = pickRecord(database, random);
-  if (!record) {
-    return {};
-  }
-  record->entry->find("id")->text = "123456";
-  return {
-      {"record-removed", record->file, record->place(), "", ""},
-      {"record-added", record->file,
-       fmt::format("{} 123456 \"{}\"", record->file, record->meant->fields.at("name")), "", ""}};
-}
-
-Told removeTable(LegacyFiles& database, Random& random) {
-  if (database.meaning.tables.empty()) {
-    return {};
-  }
-  auto table = database.meaning.tables.begin();
-  std::advance(table, pickPlace(database.meaning.tables, random));
-  database.files.erase(table->first);
-  return {{"table-removed", table->first, table->first, "", ""}};
-}
-
-Told addTable(LegacyFiles& database, Random& /*random*/) {
-  if (database.files.count("sources.json") != 0) {
-    return {};
-  }
-  database.files.emplace("sources.json",
-                         parsePlainJson(R"({"LogicalSources":{"LogicalSource":[]}})"));
-  return {{"table-added", "sources.json", "sources.json", "", ""}};
-}
-
 }  // namespace
 
-const std::vector<LegacyEdit>& legacyEdits() {
-  static const std::vector<LegacyEdit> kEdits = {
+std::vector<LegacyEdit> matrixEdits() {
+  return {
       {"the label of a port", false, editLabel},
       {"a port removed", false, removePort},
       {"a port renamed", false, renamePort},
@@ -309,17 +174,7 @@ const std::vector<LegacyEdit>& legacyEdits() {
       {"a port in another matrix", false, movePort},
       {"the serial number of a device", false, editDeviceSerial},
       {"the label of a device", false, renameDevice},
-      {"the name of a record", true, editName},
-      {"the tally of a record", true, editTally},
-      {"the description of a record", true, editDescription},
-      {"the redirect of a record", true, editRedirect},
-      {"a category of a record", true, editCategory},
-      {"a port of a record", true, editPort},
-      {"the id of a record", true, editId},
-      {"a table removed", true, removeTable},
-      {"a table added", true, addTable},
   };
-  return kEdits;
 }
 
 }  // namespace quenfold::properties
