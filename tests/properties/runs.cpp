@@ -65,7 +65,8 @@ void packTable(const std::string& legacy, const std::string& packed, const std::
 }  // namespace
 
 Seeds seedsToTry(std::uint32_t count) {
-  return {numberIn("QUENFOLD_PROPERTY_FIRST", 1), numberIn("QUENFOLD_PROPERTY_SEEDS", count)};
+  const std::uint32_t tried = numberIn("QUENFOLD_PROPERTY_SEEDS", count);
+  return {numberIn("QUENFOLD_PROPERTY_FIRST", 1), tried, tried >= count};
 }
 
 void writeBytes(const std::string& path, const std::string& bytes) {

@@ -12,6 +12,7 @@ namespace quenfold::properties {
 struct Seeds {
   std::uint32_t first = 1;
   std::uint32_t count = 0;
+  bool enough = true;  // for everything that may happen to have happened
 };
 
 /// As QUENFOLD_PROPERTY_FIRST and QUENFOLD_PROPERTY_SEEDS say; otherwise from 1, so many.

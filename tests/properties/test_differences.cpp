@@ -175,7 +175,9 @@ TEST_F(Differences, AreNoneUntilSomethingIsEdited) {
   for (std::uint32_t seed = seeds.first; seed < seeds.first + seeds.count; ++seed) {
     tryDatabase(seed);
   }
-  requireAllEdits();
+  if (seeds.enough) {
+    requireAllEdits();
+  }
 }
 
 }  // namespace

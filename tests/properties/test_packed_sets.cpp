@@ -176,7 +176,9 @@ TEST_F(PackedSets, AreCleanUntilTheyAreEdited) {
     }
   }
   std::cout << clean << " packed sets of " << seeds.count << " databases\n";
-  requireAllEdits();
+  if (seeds.enough) {
+    requireAllEdits();
+  }
 }
 
 }  // namespace

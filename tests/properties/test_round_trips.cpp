@@ -134,9 +134,11 @@ TEST(RoundTrips, WhatDiffersIsNamedAndWhatIsNotFoundIsTheSame) {
   std::cout << seeds.count << " databases: " << tally.clean << " with nothing but notes, "
             << tally.found << " with findings, " << tally.failed << " that neither does; "
             << tally.differences << " differences and " << tally.details << " of details\n";
-  requireAllKinds(tally);
-  EXPECT_GT(tally.clean, seeds.count / 20);
-  EXPECT_GT(tally.found, seeds.count / 20);
+  if (seeds.enough) {
+    requireAllKinds(tally);
+    EXPECT_GT(tally.clean, seeds.count / 20);
+    EXPECT_GT(tally.found, seeds.count / 20);
+  }
 }
 
 }  // namespace
