@@ -39,9 +39,18 @@ LegacyMatrices readMatricesFile(const std::string& path) {
   return read;
 }
 
+const TableKind& kindOf(const cJSON& document) {
+  try {
+    return legacyKindOf(document);
+  } catch (const std::runtime_error&) {
+    throw runtimeError("holds neither {} nor {}", kLegacyTables.back().topLevelKey,
+                       kLegacyTables.front().topLevelKey);
+  }
+}
+
 /// The member's key as the file spells it may differ from the kind's in letter case.
 void chooseKind(LegacyTable& table, Table expected) {
-  table.kind = &legacyKindOf(*table.document);
+  table.kind = &kindOf(*table.document);
   table.contents = findMember(table.document.get(), table.kind->topLevelKey);
   if (table.kind->outputKey != std::string_view(kTableOutputs.at(expected))) {
     throw runtimeError("holds {}", table.kind->topLevelKey);

@@ -104,8 +104,10 @@ TEST(Summarise, CountsTheRecordsOfTheTablesThatAreThere) {
 
 TEST(Summarise, ThrowsWhatExpandingThrows) {
   PackedDatabase database;
+  database.treePath = "db/tree.json";
   database.tree = {{"N", {{"s", {sourcesOf("in[{}]", {1, 2147483647}, {{"a", {1, 1}}})}}}}};
-  EXPECT_EQ(test::messageOf([&] { summarise(database); }), "too many ports: more than 67108864");
+  EXPECT_EQ(test::messageOf([&] { summarise(database); }),
+            "db/tree.json: too many ports: more than 67108864");
 }
 
 TEST(PackedBits, AreTheHighestThatAFieldTakes) {
