@@ -43,8 +43,8 @@ const TableKind& kindOf(const cJSON& document) {
   try {
     return legacyKindOf(document);
   } catch (const std::runtime_error&) {
-    throw runtimeError("holds neither {} nor {}", kLegacyTables.back().topLevelKey,
-                       kLegacyTables.front().topLevelKey);
+    throw runtimeError("holds neither {} nor {}", kPackedTables.back().topLevelKey,
+                       kPackedTables.front().topLevelKey);
   }
 }
 
