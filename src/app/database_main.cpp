@@ -1,5 +1,6 @@
 #include <exception>
 #include <iostream>
+#include <new>
 
 #include "app/database_options.h"
 #include "app/files.h"
@@ -44,6 +45,9 @@ int main(int argc, char** argv) {
       quenfold::writeStandardOutput(report.text);
     }
     return report.found ? kFound : kNothingFound;
+  } catch (const std::bad_alloc&) {
+    std::cerr << "quenfold-db: out of memory" << std::endl;
+    return kNotDone;
   } catch (const std::exception& failure) {
     std::cerr << "quenfold-db: " << failure.what() << std::endl;
     return kNotDone;
