@@ -62,12 +62,8 @@ std::set<std::string> danglingIn(const Meaning& meaning) {
 
 std::set<std::string> strangersIn(const Meaning& meaning) {
   std::set<std::string> strangers = danglingIn(meaning);
-  std::set<std::string> names = strangers;
   for (const MeantMatrix& matrix : meaning.matrices) {
-    names.insert(deviceOf(matrix.name));
-  }
-  for (const MeantMatrix& matrix : meaning.matrices) {
-    if (matrix.serial.empty() || names.count(matrix.serial) != 0) {
+    if (matrix.serial.empty()) {
       strangers.insert(deviceOf(matrix.name));
     }
   }
