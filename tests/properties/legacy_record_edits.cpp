@@ -105,7 +105,7 @@ Told editPort(LegacyFiles& database, Random& random) {
   const std::optional<std::string> port = pickPortName(database, random);
   // A port with text behind its number has no key that a record could have.
   if (!record || !port || record->ports().elements.empty() ||
-      port->find("].") == std::string::npos) {
+      port->compare(port->find(']') + 1, 1, ".") != 0) {
     return {};
   }
   std::vector<PlainJson>& ports = record->ports().elements;
