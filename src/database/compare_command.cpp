@@ -31,7 +31,7 @@ Report diff(const DiffRequest& request) {
   const Model before = modelIn(from.folder(), bothLegacy);
   const Model after = modelIn(to.folder(), bothLegacy);
   const Differences differences = compare(before, after);
-  return {request.json ? std::string(textOf(differencesJson(differences, request.allPlaces)))
+  return {request.json ? std::string(textOf(differencesJson(differences)))
                        : differencesText(differences, request.allPlaces),
           !isEmpty(differences)};
 }

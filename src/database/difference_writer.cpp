@@ -91,8 +91,8 @@ void writeValue(PrettyJsonWriter& writer, const char* key, std::string_view valu
   }
 }
 
-void writeGroup(PrettyJsonWriter& writer, const Group& group, bool all) {
-  forEachPlace(group, all, [&](std::string_view place, const Difference& difference) {
+void writeGroup(PrettyJsonWriter& writer, const Group& group) {
+  forEachPlace(group, true, [&](std::string_view place, const Difference& difference) {
     writer.StartObject();
     writeMember(writer, "kind", group.kind.name);
     writeMember(writer, "file", difference.file);
@@ -111,13 +111,13 @@ std::string differencesText(const Differences& differences, bool all) {
   return text.empty() ? "Nothing differs.\n" : text;
 }
 
-JsonBuffer differencesJson(const Differences& differences, bool all) {
+JsonBuffer differencesJson(const Differences& differences) {
   JsonBuffer buffer;
   PrettyJsonWriter writer(buffer);
   writer.StartObject();
   writer.Key("differences");
   writer.StartArray();
-  forEachGroup(differences, [&](const Group& group) { writeGroup(writer, group, all); });
+  forEachGroup(differences, [&](const Group& group) { writeGroup(writer, group); });
   writer.EndArray();
   writer.EndObject();
   buffer.Put('\n');

@@ -19,8 +19,8 @@ std::string textOf(const Model& from, const Model& to, bool all = false) {
   return differencesText(compare(from, to), all);
 }
 
-std::string jsonOf(const Model& from, const Model& to, bool all = false) {
-  return std::string(quenfold::textOf(differencesJson(compare(from, to), all)));
+std::string jsonOf(const Model& from, const Model& to) {
+  return std::string(quenfold::textOf(differencesJson(compare(from, to))));
 }
 
 /// Six ports, none next to another.
@@ -138,7 +138,7 @@ TEST(DifferencesJson, TellsEveryMember) {
 )");
 }
 
-TEST(DifferencesJson, TellsTheFirstFivePlacesOrAll) {
+TEST(DifferencesJson, TellsEveryPlace) {
   const auto count = [](const std::string& json) {
     std::size_t places = 0;
     for (std::size_t at = json.find("\"place\""); at != std::string::npos;
@@ -147,8 +147,7 @@ TEST(DifferencesJson, TellsTheFirstFivePlacesOrAll) {
     }
     return places;
   };
-  EXPECT_EQ(count(jsonOf(scattered(), kNoPorts)), 5U);
-  EXPECT_EQ(count(jsonOf(scattered(), kNoPorts, true)), 6U);
+  EXPECT_EQ(count(jsonOf(scattered(), kNoPorts)), 6U);
 }
 
 }  // namespace
