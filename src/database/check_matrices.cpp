@@ -180,10 +180,10 @@ class Comparison {
   }
 
   void compareDetails(const JsonValue& value, std::string_view name, std::uint32_t position) {
-    const JsonValue* const id = findMember(value, kMatrixId);
-    if (id != nullptr && id->IsInt() && id->GetInt() != static_cast<std::int64_t>(position)) {
+    const std::int32_t id = jsonGetInt(value, kMatrixId);
+    if (id != static_cast<std::int64_t>(position)) {
       findings_.add(Kind::kDetailsLost, kMatricesFile, [&] {
-        return fmt::format("{} {} {} -> {}", name, kMatrixId, id->GetInt(), position);
+        return fmt::format("{} {} {} -> {}", name, kMatrixId, id, position);
       });
     }
     const JsonValue* const type = findMember(value, kMatrixType);

@@ -24,10 +24,8 @@ namespace {
 using unpacking::ExpandedTree;
 using unpacking::MatrixEntry;
 
-std::string_view nameIn(const VelDB::RefMap& map, std::uint32_t id) {
-  const std::string* const name = map.nameOf(id);
-  return name == nullptr ? std::string_view() : *name;
-}
+/// The dictionary gave the id when the port was read.
+std::string_view nameIn(const VelDB::RefMap& map, std::uint32_t id) { return *map.nameOf(id); }
 
 std::string keyOf(const PortDict& dict, const std::optional<PortKeyIds>& port) {
   if (!port) {

@@ -30,7 +30,7 @@ const cJSON* fingerprintNamed(const cJSON* fingerprints, std::string_view name) 
 
 /// The list under that key in a side file, whose other name is its table's.
 const cJSON* sideList(const CJsonDocument& document, const char* key) {
-  return document ? firstChild(findMember(document->child, key)) : nullptr;
+  return firstChild(findMember(document->child, key));
 }
 
 class FingerprintCheck {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <memory>
+#include <new>
 #include <optional>
 
 #include "json/cjson_access.h"
@@ -35,10 +36,13 @@ std::string categoryText(const cJSON& item) {
 /// The value as JSON.
 std::string printedValue(const cJSON& value) {
   const std::unique_ptr<char, void (*)(void*)> text(cJSON_PrintUnformatted(&value), cJSON_free);
-  return text ? std::string(text.get()) : std::string();
+  if (text == nullptr) {
+    throw std::bad_alloc();
+  }
+  return text.get();
 }
 
-/// Whether a member that is neither ports nor categories nor the key comes back with its value.
+/// Whether the id, the redirect, the tally or the description comes back with its value.
 bool comesBack(const cJSON& member, const LogicalIORecord& returned) {
   const std::string_view name = memberName(member);
   if (name == kIdKey) {
@@ -50,7 +54,7 @@ bool comesBack(const cJSON& member, const LogicalIORecord& returned) {
   if (name == kTallyKey) {
     return isText(member, returned.tally);
   }
-  return isText(member, name == kNameKey ? returned.name : returned.description);
+  return isText(member, returned.description);
 }
 
 /// A few of them, for a name that thousands of ports bear.
@@ -84,11 +88,9 @@ bool isEmptyPort(const cJSON& port) { return cJSON_IsNull(&port) != 0 || isText(
 }  // namespace
 
 void RecordCheck::check(const cJSON& entry, const LogicalIORecord& returned) {
+  // A record without a name is not read.
   const char* const name = stringValue(findMember(&entry, kNameKey));
-  Current record{returned,
-                 fmt::format("{} {} \"{}\"", table_.file, returned.id, name == nullptr ? "" : name),
-                 {},
-                 {}};
+  Current record{returned, fmt::format("{} {} \"{}\"", table_.file, returned.id, name), {}, {}};
   Names seen;
   for (const cJSON* member = entry.child; member != nullptr; member = member->next) {
     const bool held = std::find(kHeldMembers.begin(), kHeldMembers.end(), memberName(*member)) !=
@@ -135,9 +137,8 @@ void RecordCheck::checkValue(const cJSON& member, Current& record) {
     if (!isNumber(member, 0)) {
       add(Kind::kKeyChanged, record, name);
     }
-  } else if (!comesBack(member, record.returned) &&
-             (name != kNameKey || repeated_.count(record.returned.id) == 0)) {
-    addLost(record, name);
+  } else if (name != kNameKey && !comesBack(member, record.returned)) {
+    addLost(record, name);  // a name comes back unless its id is repeated, which is told
   }
 }
 
@@ -192,7 +193,7 @@ void RecordCheck::checkPortText(std::string_view text, std::size_t position,
     return;
   }
   const std::vector<std::string>& ports = record.returned.ports;
-  const std::string_view shown = position < ports.size() ? names_.shownName(ports[position]) : "";
+  const std::string_view shown = names_.shownName(ports.at(position));
   const std::string back = returnedKey(shown);
   const std::vector<std::string_view>& own = names_.bearersOf(text).listed;
   if (back != *key || (own.size() < 2 && back != (own.empty() ? text : own.front()))) {

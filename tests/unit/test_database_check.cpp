@@ -63,6 +63,81 @@ TEST(CheckLegacy, FindsNothingInWhatComesBack) {
   EXPECT_EQ(told(matricesOf(portOf("A.s.in[1].t.ch1", "Stage")), sourcesWith("Stage")), Told{});
 }
 
+/// Ports of the matrices with the members that a matrix has beside them.
+std::string matricesWith(const std::string& matrices) {
+  return R"({"Config":{"version":8,"Matrices":[)" + matrices + "]}}";
+}
+
+/// One source with the id 1, these members and the port "Stage".
+std::string sourceWith(const std::string& members) {
+  return R"({"LogicalSources":{"LogicalSource":[{"id":1,"val":["Stage"],)" + members + "}]}}";
+}
+
+const std::string kStage = portOf("A.s.in[1].t.ch1", "Stage");
+
+// The device has the serial number of its first matrix; the second one holds no port that could
+// tell.
+TEST(CheckLegacy, TellsAnEmptyMatrixThatComesBackWithAnotherSerialNumber) {
+  EXPECT_EQ(told(matricesWith(R"({"id":1,"name":"A.x","serialnumber":"S9","ports":[)" +
+                              portOf("A.s.in[1].x.ch1", "") +
+                              R"(]},{"id":0,"name":"A.t","serialnumber":"S1","ports":[]},)"
+                              R"({"id":0,"name":"A.t","serialnumber":"S9","ports":[)" +
+                              kStage + "]}"),
+                 sourcesWith("Stage")),
+            (Told{"matrix-changed matrices.json: A.t (S1) -> A.t (S9)",
+                  "matrix-changed matrices.json: A.t -> nothing",
+                  "order-changed matrices.json: Config.Matrices"}));
+}
+
+TEST(CheckLegacy, TellsWhatElseAPortHoldsWhereItsNameIsMissing) {
+  EXPECT_EQ(told(matricesOf(kStage + R"(,{"label":"a","other":1})"), sourcesWith("Stage")),
+            (Told{"reading-stops matrices.json: Config.Matrices[0].ports[1]: port not found",
+                  "member-ignored matrices.json: Config.Matrices[1].ports[2].other"}));
+}
+
+TEST(CheckLegacy, TellsAVersionThatIsNoNumber) {
+  EXPECT_EQ(told(R"({"Config":{"version":"8","Matrices":[{"id":0,"name":"A.t","serialnumber":"S",)"
+                 R"("ports":[)" +
+                     kStage + "]}]}}",
+                 R"({"LogicalSources":{"version":"10","another":1,"LogicalSource":[]}})"),
+            (Told{"member-ignored matrices.json: Config.version",
+                  "member-ignored sources.json: sources.json LogicalSources.version",
+                  "member-ignored sources.json: sources.json LogicalSources.another"}));
+}
+
+TEST(CheckLegacy, TellsASecondListOfRecords) {
+  EXPECT_EQ(told(matricesOf(kStage), R"({"LogicalSources":{"LogicalSource":[],"logicalsource":[)"
+                                     R"({"id":1,"name":"Cam","val":["Stage"]}]}})"),
+            Told{"field-lost sources.json: sources.json LogicalSources.logicalsource"});
+}
+
+TEST(CheckLegacy, TellsASecondTableInTheFile) {
+  EXPECT_EQ(told(matricesOf(kStage), R"({"LogicalSources":{"LogicalSource":[]},)"
+                                     R"("LogicalSources":{"LogicalSource":[]}})"),
+            Told{"field-lost sources.json: sources.json LogicalSources"});
+}
+
+// Packing cuts the number's zeros, so the port of the label is none of those that bear it.
+TEST(CheckLegacy, NamesAllBearersOfALabelWhereThePackedPortIsSpelledOtherwise) {
+  EXPECT_EQ(told(matricesOf(portOf("A.s.in[2].t.ch1", "Stage") + "," +
+                            portOf("A.s.in[01].t.ch1", "Stage")),
+                 sourcesWith("Stage")),
+            (Told{"port-added matrices.json: A.s.in[1].t.ch1",
+                  "port-lost matrices.json: A.s.in[01].t.ch1",
+                  "port-ambiguous sources.json: sources.json 1 \"Cam\" port 1: \"Stage\" -> "
+                  "A.s.in[1].t.ch1, also A.s.in[01].t.ch1, A.s.in[2].t.ch1",
+                  "port-dangling sources.json: sources.json 1 \"Cam\" port 1: \"Stage\""}));
+}
+
+TEST(CheckLegacy, TellsAnEmptyCategoryBeyondTheSixthThatIsNoText) {
+  EXPECT_EQ(
+      told(matricesOf(kStage), sourceWith(R"("name":"Cam","category":["a","","","","","",null])")),
+      Told{"category-lost sources.json: sources.json 1 \"Cam\" category"});
+  EXPECT_EQ(
+      told(matricesOf(kStage), sourceWith(R"("name":"Cam","category":["a","","","","","",""])")),
+      Told{});
+}
+
 // The second port's label is that of its last entry, which the label "Stage" is no longer.
 TEST(CheckLegacy, TellsALabelOfSeveralPortsOfWhichOneLosesIt) {
   EXPECT_EQ(told(matricesOf(portOf("A.s.in[1].t.ch1", "Stage") + "," +

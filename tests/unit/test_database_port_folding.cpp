@@ -74,6 +74,11 @@ TEST(FoldPorts, StopsAtGaps) {
             (Folded{{"F.s.in[3].a.ch1", 1}, {"F.s.in[3].a.ch3", 1}, {"F.s.in[5].a.ch3", 1}}));
 }
 
+TEST(FoldPorts, LeavesPortsWithoutANumberAlone) {
+  EXPECT_EQ(folded({"a.ch1", "a.ch3"}), (Folded{{"a.ch1", 1}, {"a.ch3", 1}}));
+  EXPECT_EQ(folded({"a[4.ch1", "a[.ch1"}), (Folded{{"a[4.ch1", 1}, {"a[.ch1", 1}}));
+}
+
 TEST(FoldPorts, StopsAtRowsOfOtherChannels) {
   EXPECT_EQ(
       folded({"F.s.in[1].a.ch1", "F.s.in[1].a.ch2", "F.s.in[2].a.ch1", "F.s.in[3].a.ch1",
