@@ -182,9 +182,8 @@ class Comparison {
   void compareDetails(const JsonValue& value, std::string_view name, std::uint32_t position) {
     const std::int32_t id = jsonGetInt(value, kMatrixId);
     if (id != static_cast<std::int64_t>(position)) {
-      findings_.add(Kind::kDetailsLost, kMatricesFile, [&] {
-        return fmt::format("{} {} {} -> {}", name, kMatrixId, id, position);
-      });
+      findings_.add(Kind::kDetailsLost, kMatricesFile,
+                    [&] { return fmt::format("{} {} {} -> {}", name, kMatrixId, id, position); });
     }
     const JsonValue* const type = findMember(value, kMatrixType);
     if (type != nullptr && !(type->IsInt() && type->GetInt() == 0)) {

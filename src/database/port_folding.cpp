@@ -43,9 +43,9 @@ NumberedPort numbersOf(std::string_view name) {
   return {stem.substr(0, number), port, stem.substr(close), channel};
 }
 
-/// Whether two ports differ in nothing but their numbers.
+/// Whether two ports differ in nothing but their numbers; a port's is there where the middle is.
 bool areAlike(const NumberedPort& a, const NumberedPort& b) {
-  return a.front == b.front && a.middle == b.middle && a.number.has_value() == b.number.has_value();
+  return a.front == b.front && a.middle == b.middle;
 }
 
 bool isNext(std::optional<std::uint32_t> number, std::uint64_t after) {

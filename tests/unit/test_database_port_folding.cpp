@@ -76,7 +76,11 @@ TEST(FoldPorts, StopsAtGaps) {
 
 TEST(FoldPorts, LeavesPortsWithoutANumberAlone) {
   EXPECT_EQ(folded({"a.ch1", "a.ch3"}), (Folded{{"a.ch1", 1}, {"a.ch3", 1}}));
-  EXPECT_EQ(folded({"a[4.ch1", "a[.ch1"}), (Folded{{"a[4.ch1", 1}, {"a[.ch1", 1}}));
+  EXPECT_EQ(folded({"a[4.ch1", "a[5.ch1"}), (Folded{{"a[4.ch1", 1}, {"a[5.ch1", 1}}));
+}
+
+TEST(FoldPorts, LeavesPortsWithoutAChannelAlone) {
+  EXPECT_EQ(folded({"a.ch1", "a.ch"}), (Folded{{"a.ch1", 1}, {"a.ch", 1}}));
 }
 
 TEST(FoldPorts, StopsAtRowsOfOtherChannels) {
