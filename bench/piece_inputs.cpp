@@ -52,7 +52,7 @@ PieceInputs makeInputs() {
   inputs.folder = scratch.path.string() + "/";
   inputs.portKeys = portKeysOf(plant);
   writeMatrices(plant, [&](std::string_view piece) { inputs.matrices += piece; });
-  const LogicalTable table = buildLogicalTable(plant, Direction::source, random);
+  const LogicalTable table = buildLogicalTable(plant, generator::Direction::source, random);
   writeLogicalTable(plant, table, [&](std::string_view piece) { inputs.sources += piece; });
   convertMatricesToPacked("matrices.json", inputs.matrices, inputs.folder);
   inputs.packedMatrices = readFile(inputs.folder + "dbpack_matrices.json");

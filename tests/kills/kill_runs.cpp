@@ -1,5 +1,6 @@
 #include <fmt/core.h>
 
+#include <array>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -17,7 +18,7 @@ namespace {
 /// Every state that a killed replacement leaves. Once there are the new files there are no others.
 std::set<FolderState> killReplacement(const Subject& subject, Verdict& verdict) {
   std::set<FolderState> states;
-  unsigned long counts[2] = {};
+  std::array<unsigned long, 2> counts = {};
   for (const Trial& trial : tryKills(subject, subject.replace, verdict.oldState())) {
     const Side side = verdict.sideOf(trial.after, "a killed replacement");
     if (side == Side::kOld && counts[1] > 0) {

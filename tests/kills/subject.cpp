@@ -59,7 +59,7 @@ Side Verdict::sideOf(const FolderState& state, std::string_view how) {
   }
   const Trial look = tryOut(subject_, subject_.look, state);
   // There may be nothing to look at.
-  const bool ended = look.result.status == 0 || look.result.status == 1 || look.after.files.empty();
+  const bool ended = look.result.status.value_or(2) < 2 || look.after.files.empty();
   if (!ended || !isWhole(look.after)) {
     throw std::runtime_error(fmt::format("{}:\n{}became\n{}status {}: {}", how, describe(state),
                                          describe(look.after), look.result.status.value_or(-1),

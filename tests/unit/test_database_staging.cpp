@@ -184,7 +184,8 @@ TEST(HeldForWriting, EndsWithAProcessThatIsKilled) {
   ASSERT_NE(child, -1);
   if (child == 0) {
     const HeldFolder held = writing(here.path());
-    static_cast<void>(write(pipe[1], "x", 1));
+    const char ready = held.isForWriting() ? 'x' : '-';
+    static_cast<void>(write(pipe[1], &ready, 1));
     pause();
     _exit(0);
   }
