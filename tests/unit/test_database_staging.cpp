@@ -185,8 +185,9 @@ TEST(HeldForWriting, EndsWithAProcessThatIsKilled) {
   if (child == 0) {
     const HeldFolder held = writing(here.path());
     const char ready = held.isForWriting() ? 'x' : '-';
-    static_cast<void>(write(pipe[1], &ready, 1));
-    pause();
+    if (write(pipe[1], &ready, 1) == 1) {
+      pause();
+    }
     _exit(0);
   }
   char byte = 0;
