@@ -75,7 +75,7 @@ class TableWriter {
                      fmt::format(R"("id":{})", idText(record)),
                      fmt::format(R"("{}":[{}])", sources_ ? "val" : "oid", portTexts())};
     if (mess_.strikes(Mess::kRecordIncomplete, 10)) {
-      members.erase(members.begin() + random_.below(3));
+      members.erase(members.begin() + static_cast<std::ptrdiff_t>(random_.below(3)));
     }
     addFields(members);
     if (mess_.strikes(Mess::kMemberRepeated, 10)) {

@@ -217,7 +217,8 @@ Findings dropFromDictionary(PackedFiles& files, const PackedFiles& /*others*/, R
   PlainJson& maps = *contentsOf(files, table.ports).find("portDict")->find("refMaps");
   const char* const field = random.percent(50) ? "type" : "port_prefix";
   std::vector<PlainJson>& pairs = maps.find(field)->elements;
-  pairs.erase(pairs.begin() + random.below(static_cast<std::uint32_t>(pairs.size())));
+  const std::uint32_t place = random.below(static_cast<std::uint32_t>(pairs.size()));
+  pairs.erase(pairs.begin() + static_cast<std::ptrdiff_t>(place));
   return {{Kind::kPortUndefined, table.ports, table.ports + " "}};
 }
 
