@@ -9,7 +9,6 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -58,8 +57,8 @@ std::string recordText(const Shape& shape, std::uint32_t record) {
   for (std::uint32_t level = 0; level < shape.levels; ++level) {
     const std::size_t place = std::size_t{record} * shape.levels + level;
     const ShapePort& port = shape.ports[place % shape.ports.size()];
-    fmt::format_to(std::back_inserter(text), "{}\"{}\"", level == 0 ? "" : ", ",
-                   port.label.empty() ? portKey(port) : port.label);
+    text += fmt::format("{}\"{}\"", level == 0 ? "" : ", ",
+                        port.label.empty() ? portKey(port) : port.label);
   }
   return text + fmt::format(
                     "],\n\t\t\t\t\"description\":\t\"Rack {}\",\n\t\t\t\t\"category\":\t"

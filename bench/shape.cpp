@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -119,7 +118,7 @@ Shape buildShape(std::string_view name, std::uint32_t count) {
 std::string shapeNames() {
   std::string names;
   for (const NamedShape& shape : kShapes) {
-    fmt::format_to(std::back_inserter(names), "  {}\n", shape.name);
+    names.append("  ").append(shape.name) += '\n';
   }
   return names;
 }

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <iterator>
 #include <string_view>
 
 #include "database/port_folding.h"
@@ -68,12 +67,12 @@ void appendPlace(std::string& text, std::string_view place, const Difference& di
 }
 
 void appendGroup(std::string& text, const Group& group, bool all) {
-  fmt::format_to(std::back_inserter(text), "{} ({}) in {}: {}\n", group.kind.name,
-                 group.end - group.first, group.differences[group.first].file, group.kind.sentence);
+  text += fmt::format("{} ({}) in {}: {}\n", group.kind.name, group.end - group.first,
+                      group.differences[group.first].file, group.kind.sentence);
   const std::size_t left =
       forEachPlace(group, all, [&text](const auto&... place) { appendPlace(text, place...); });
   if (left != 0) {
-    fmt::format_to(std::back_inserter(text), "    and {} more\n", left);
+    text += fmt::format("    and {} more\n", left);
   }
 }
 

@@ -79,20 +79,19 @@ std::vector<std::string_view> refusingKinds(const Findings& findings,
 }
 
 std::string findingsText(const Findings& findings) {
-  fmt::memory_buffer text;
-  const auto out = std::back_inserter(text);
+  std::string text;
   forEachGroup(findings, [&](Kind kind, const std::string& file, const FindingGroup& group) {
     const KindText& about = textOf(kind);
-    fmt::format_to(out, "{}{} ({}) in {}: {}\n", about.note ? "note: " : "", about.name,
-                   group.count, file, about.sentence);
+    text += fmt::format("{}{} ({}) in {}: {}\n", about.note ? "note: " : "", about.name,
+                        group.count, file, about.sentence);
     for (const std::string& place : group.places) {
-      fmt::format_to(out, "    {}\n", shownText(place));
+      text.append("    ").append(shownText(place)) += '\n';
     }
     if (group.places.size() < group.count) {
-      fmt::format_to(out, "    and {} more\n", group.count - group.places.size());
+      text += fmt::format("    and {} more\n", group.count - group.places.size());
     }
   });
-  return text.size() == 0 ? "Nothing found.\n" : fmt::to_string(text);
+  return text.empty() ? "Nothing found.\n" : text;
 }
 
 std::string findingsJson(const Findings& findings, Form form) {

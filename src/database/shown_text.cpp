@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 
 namespace quenfold::database {
 namespace {
@@ -65,7 +64,7 @@ std::string shownText(std::string_view text) {
   while (!text.empty()) {
     const std::size_t length = shownLength(text);
     if (length == 0) {
-      fmt::format_to(std::back_inserter(shown), "\\x{:02X}", byteAt(text, 0));
+      shown += fmt::format("\\x{:02X}", byteAt(text, 0));
     }
     shown.append(text.substr(0, length));
     text.remove_prefix(std::max<std::size_t>(length, 1));

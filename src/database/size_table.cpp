@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <iterator>
 #include <string_view>
 
 #include "app/error.h"
@@ -35,13 +34,13 @@ std::size_t longestName(const std::vector<FileSize>& files) {
 
 std::string sizeTable(const std::vector<FileSize>& before, const std::vector<FileSize>& after) {
   const std::size_t width = std::max(longestName(before), longestName(after));
-  fmt::memory_buffer text;
+  std::string text;
   const auto addRow = [&](std::string_view name, std::string_view left, std::string_view right) {
-    fmt::format_to(std::back_inserter(text), "{:<{}}  {:>12}", name, width, left);
+    text += fmt::format("{:<{}}  {:>12}", name, width, left);
     if (!right.empty()) {
-      fmt::format_to(std::back_inserter(text), "  {:>12}", right);
+      text += fmt::format("  {:>12}", right);
     }
-    text.push_back('\n');
+    text += '\n';
   };
   addRow("", "bytes before", "bytes after");
   for (const FileSize& file : before) {
@@ -51,7 +50,7 @@ std::string sizeTable(const std::vector<FileSize>& before, const std::vector<Fil
     addRow(file.name, "", fmt::format("{}", file.bytes));
   }
   addRow(kWhole, fmt::format("{}", totalOf(before)), fmt::format("{}", totalOf(after)));
-  return fmt::to_string(text);
+  return text;
 }
 
 std::vector<FileSize> sizesIn(const std::string& folder, const std::vector<std::string>& names) {

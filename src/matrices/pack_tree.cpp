@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 #include "app/text.h"
@@ -111,13 +112,12 @@ void addChannel(ChannelList& channels, const SplitPort& port, std::ostream& noti
     channels.append(port.ch);
     return;
   }
-  fmt::memory_buffer known;
+  std::string known;
   for (const std::int32_t channel : channels) {
-    fmt::format_to(std::back_inserter(known), "{},", channel);
+    known.append(fmt::format_int(channel).c_str()) += ',';
   }
   notices << fmt::format("Duplicate channel in {}({}.{}.{}.{}.{}). Channels={}", port.ch,
-                         port.device, port.slot, port.port, port.type, port.ch,
-                         std::string_view(known.data(), known.size()));
+                         port.device, port.slot, port.port, port.type, port.ch, known);
 }
 
 ChannelList& addPort(DeviceList& devices, const SplitPort& port, std::ostream& notices) {

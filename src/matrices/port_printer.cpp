@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <iterator>
 
 #include "app/limits.h"
 
@@ -73,7 +72,7 @@ void appendNumber(std::string& text, std::int32_t number) {
 }  // namespace
 
 std::uint64_t longestNumber(std::int32_t first, std::int32_t last) {
-  return std::max(fmt::formatted_size("{}", first), fmt::formatted_size("{}", last));
+  return std::max(fmt::format_int(first).size(), fmt::format_int(last).size());
 }
 
 // The formatter itself cannot be asked: its sizes at both ends of the range bound neither widths
@@ -122,7 +121,7 @@ PortPattern splitPattern(std::string_view text) {
 
 void appendPort(std::string& text, const PortPattern& pattern, std::int32_t port) {
   if (pattern.kind == PortPattern::Kind::kFormat) {
-    fmt::format_to(std::back_inserter(text), fmt::runtime(pattern.front), port);
+    text += fmt::format(fmt::runtime(pattern.front), port);
     return;
   }
   text.append(pattern.front);

@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <iterator>
-
 namespace quenfold::generator {
 namespace {
 
@@ -21,7 +19,7 @@ void appendCharacter(std::string& out, char character) {
   if (name != '\0') {
     out += {'\\', name};
   } else if (byte < 0x20) {
-    fmt::format_to(std::back_inserter(out), "\\u{:04X}", byte);
+    out += fmt::format("\\u{:04X}", byte);
   } else {
     out += character;
   }

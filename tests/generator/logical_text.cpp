@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <cstdint>
-#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -25,7 +24,7 @@ TableNames namesOf(Direction direction) {
 }
 
 void appendKey(std::string& out, std::string_view name) {
-  fmt::format_to(std::back_inserter(out), "\t\t\t\t\"{}\":\t", name);
+  out.append("\t\t\t\t\"").append(name).append("\":\t");
 }
 
 void appendTextMember(std::string& out, std::string_view name, std::string_view text) {
@@ -36,7 +35,7 @@ void appendTextMember(std::string& out, std::string_view name, std::string_view 
 
 void appendNumberMember(std::string& out, std::string_view name, std::int32_t number) {
   appendKey(out, name);
-  fmt::format_to(std::back_inserter(out), "{},\n", number);
+  out += fmt::format("{},\n", number);
 }
 
 std::string textOf(const Plant& plant, const LevelPort& port) {
@@ -83,10 +82,10 @@ std::string tableHead(const TableNames& names, std::uint32_t levels) {
   std::string head = fmt::format("{{\n\t\"{}\":\t{{\n\t\t\"version\":\t10,\n", names.table);
   std::string_view separator = "\t\t\"levelKeys\":\t[";
   for (std::uint32_t level = 1; level <= levels; ++level) {
-    fmt::format_to(std::back_inserter(head), "{}{}", separator, level);
+    head += fmt::format("{}{}", separator, level);
     separator = ", ";
   }
-  fmt::format_to(std::back_inserter(head), "],\n\t\t\"{}\":\t[", names.records);
+  head += fmt::format("],\n\t\t\"{}\":\t[", names.records);
   return head;
 }
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
 #include <stdexcept>
 #include <string_view>
 #include <utility>
@@ -169,9 +168,9 @@ Plant buildPlant(const PlantParameters& parameters, Random& random) {
 
 void appendPortKey(std::string& out, const Plant& plant, const PortEntry& entry) {
   const PortPrefix& prefix = kPortPrefixes[entry.prefix];
-  fmt::format_to(std::back_inserter(out), "{}.slot{}.{}{}{}.{}.ch{}",
-                 plant.devices[entry.device].label, entry.slot, prefix.open, entry.number,
-                 prefix.close, kPortTypes[entry.type].name, entry.channel);
+  out += fmt::format("{}.slot{}.{}{}{}.{}.ch{}", plant.devices[entry.device].label, entry.slot,
+                     prefix.open, entry.number, prefix.close, kPortTypes[entry.type].name,
+                     entry.channel);
 }
 
 }  // namespace quenfold::generator
