@@ -11,8 +11,6 @@ namespace {
 
 using database::Kind;
 
-constexpr const char* kMatrices = "matrices.json";
-
 using PortsByName = std::map<std::string, std::vector<MeantPort>>;
 
 PortsByName byName(const Meaning& meaning) {

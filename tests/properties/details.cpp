@@ -18,8 +18,6 @@ namespace {
 using database::Kind;
 using Names = std::vector<std::string_view>;
 
-constexpr const char* kMatrices = "matrices.json";
-
 /// Empty where there is none.
 const std::vector<PlainJson>& elementsOf(const PlainJson* list) {
   static const std::vector<PlainJson> kNone;

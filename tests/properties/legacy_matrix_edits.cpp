@@ -14,8 +14,6 @@ namespace {
 using generator::Random;
 using Told = std::vector<ToldDifference>;
 
-constexpr const char* kMatrices = "matrices.json";
-
 std::vector<PlainJson>& matricesIn(LegacyFiles& database) {
   return database.files.at(kMatrices).find("Config")->find("Matrices")->elements;
 }

@@ -13,6 +13,8 @@
 
 namespace quenfold::properties {
 
+inline constexpr const char* kMatrices = "matrices.json";
+
 /// How a table's file is laid out.
 struct TableShape {
   const char* file;
