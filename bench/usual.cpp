@@ -17,7 +17,7 @@ namespace {
 
 using namespace generator;
 
-constexpr std::uint32_t kSeed = 1;
+constexpr std::uint32_t kUsualSeed = 1;
 constexpr std::string_view kHall = " Broadcast Hall";
 constexpr std::uint32_t kMoreLabelsPercent = 14;  // of those without: 20 in 100 become 31
 constexpr std::uint32_t kPortsPerSource = 65;
@@ -81,7 +81,7 @@ LogicalTable sourcesOf(const Plant& plant, Random& random) {
 }  // namespace
 
 void writeUsual(std::uint32_t ports, const std::filesystem::path& folder) {
-  Random random = seededRandom(kSeed);
+  Random random = seededRandom(kUsualSeed);
   PlantParameters parameters;
   parameters.ports = ports;
   Plant plant = buildPlant(parameters, random);

@@ -12,19 +12,19 @@ namespace {
 
 using database::Kind;
 using generator::Random;
-using Findings = std::vector<Expected>;
+using Expectations = std::vector<Expected>;
 
 constexpr std::string_view kTree = "dbpack_matrices.json";
 constexpr std::string_view kDevices = "dbpack_deviceLabels.json";
 constexpr std::string_view kPortLabels = "dbpack_portLabels.json";
 
-Findings removeFile(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations removeFile(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   const std::string file = pick(files, random).first;
   files.erase(file);
   return {{Kind::kFileMissing, file, file}};
 }
 
-Findings dropDevice(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations dropDevice(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   std::vector<PlainJson>& devices = files.find(kDevices)->second.find("deviceLabels")->elements;
   if (devices.empty()) {
     return {};
@@ -38,7 +38,7 @@ Findings dropDevice(PackedFiles& files, const PackedFiles& /*others*/, Random& r
   return {{Kind::kDeviceUnknown, std::string(kTree), id}};
 }
 
-Findings editLabelKey(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations editLabelKey(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   PlainJson& labels = contentsOf(files, kPortLabels);
   if (labels.members.empty()) {
     return {};
@@ -61,7 +61,7 @@ std::string reverse(PlainJson& range) {
   return fmt::format(" {} to {}", range.elements[0].text, range.elements[1].text);
 }
 
-Findings reverseRange(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations reverseRange(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   PlainJson& tree = contentsOf(files, kTree);
   if (tree.members.empty()) {
     return {};

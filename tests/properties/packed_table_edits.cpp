@@ -12,7 +12,7 @@ namespace {
 
 using database::Kind;
 using generator::Random;
-using Findings = std::vector<Expected>;
+using Expectations = std::vector<Expected>;
 
 /// The names of one table's files, of which Ports.json is there.
 struct TableFiles {
@@ -53,7 +53,7 @@ std::vector<PlainJson>& pairsIn(PackedFiles& files, const std::string& file, con
   return file.empty() ? none : contentsOf(files, file).find(list)->elements;
 }
 
-Findings takeLabels(PackedFiles& files, const PackedFiles& others, Random& random) {
+Expectations takeLabels(PackedFiles& files, const PackedFiles& others, Random& random) {
   const TableFiles table = pickTable(files, random);
   const auto other = others.find(table.labels);
   if (table.labels.empty() || other == others.end()) {
@@ -69,10 +69,11 @@ Findings takeLabels(PackedFiles& files, const PackedFiles& others, Random& rando
   PlainJson& own = files.at(table.labels);
   const bool same = namesIn(own) == namesIn(other->second);
   own = other->second;
-  return same ? Findings() : Findings{{Kind::kFingerprintDiffers, table.ports, "hash.name: "}};
+  return same ? Expectations()
+              : Expectations{{Kind::kFingerprintDiffers, table.ports, "hash.name: "}};
 }
 
-Findings takePorts(PackedFiles& files, const PackedFiles& others, Random& random) {
+Expectations takePorts(PackedFiles& files, const PackedFiles& others, Random& random) {
   const TableFiles table = pickTable(files, random);
   const auto other = others.find(table.ports);
   if (table.ports.empty() || other == others.end()) {
@@ -85,7 +86,8 @@ Findings takePorts(PackedFiles& files, const PackedFiles& others, Random& random
   PlainJson& own = files.at(table.ports);
   const bool same = hashIn(own) == hashIn(other->second);
   own = other->second;
-  return same ? Findings() : Findings{{Kind::kFingerprintDiffers, table.ports, "hash.name: "}};
+  return same ? Expectations()
+              : Expectations{{Kind::kFingerprintDiffers, table.ports, "hash.name: "}};
 }
 
 /// The stored fingerprints that the files can prove.
@@ -98,7 +100,7 @@ std::set<std::string> comparedFields(PackedFiles& files, const TableFiles& table
   return fields;
 }
 
-Findings editHash(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations editHash(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   const TableFiles table = pickTable(files, random);
   if (table.ports.empty()) {
     return {};
@@ -118,7 +120,7 @@ Findings editHash(PackedFiles& files, const PackedFiles& /*others*/, Random& ran
   return {{Kind::kFingerprintDiffers, table.ports, "hash." + name + ": "}};
 }
 
-Findings editSideHash(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations editSideHash(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   const TableFiles table = pickTable(files, random);
   if (table.ports.empty()) {
     return {};
@@ -129,7 +131,7 @@ Findings editSideHash(PackedFiles& files, const PackedFiles& /*others*/, Random&
   return {{Kind::kFingerprintDiffers, file, "hash: "}};
 }
 
-Findings editNameId(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations editNameId(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   const TableFiles table = pickTable(files, random);
   std::vector<PlainJson>& names = pairsIn(files, table.labels, "labels");
   if (names.empty()) {
@@ -142,7 +144,7 @@ Findings editNameId(PackedFiles& files, const PackedFiles& /*others*/, Random& r
           {Kind::kNameUnused, table.labels, table.labels + " 123456"}};
 }
 
-Findings editName(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations editName(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   const TableFiles table = pickTable(files, random);
   std::vector<PlainJson>& names = pairsIn(files, table.labels, "labels");
   if (names.empty()) {
@@ -153,7 +155,7 @@ Findings editName(PackedFiles& files, const PackedFiles& /*others*/, Random& ran
           {Kind::kFingerprintDiffers, table.labels, "hash: "}};
 }
 
-Findings editCategoryId(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations editCategoryId(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   const TableFiles table = pickTable(files, random);
   std::vector<PlainJson>& lists = pairsIn(files, table.categories, "legacyCategories");
   if (lists.empty()) {
@@ -163,7 +165,7 @@ Findings editCategoryId(PackedFiles& files, const PackedFiles& /*others*/, Rando
   return {{Kind::kCategoryUnused, table.categories, table.categories + " 123456"}};
 }
 
-Findings addCategory(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations addCategory(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   const TableFiles table = pickTable(files, random);
   std::vector<PlainJson>& lists = pairsIn(files, table.categories, "legacyCategories");
   if (lists.empty()) {
@@ -174,7 +176,7 @@ Findings addCategory(PackedFiles& files, const PackedFiles& /*others*/, Random& 
           {Kind::kFingerprintDiffers, table.categories, "hash: "}};
 }
 
-Findings repeatId(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations repeatId(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   const TableFiles table = pickTable(files, random);
   const std::vector<PlainJson*> records = recordsWith(files, table, "id");
   if (records.size() < 2) {
@@ -199,7 +201,7 @@ std::vector<PlainJson*> portNumbers(PackedFiles& files, const TableFiles& table)
   return numbers;
 }
 
-Findings editPort(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations editPort(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   const TableFiles table = pickTable(files, random);
   const std::vector<PlainJson*> ports = portNumbers(files, table);
   if (ports.empty()) {
@@ -209,7 +211,7 @@ Findings editPort(PackedFiles& files, const PackedFiles& /*others*/, Random& ran
   return {{Kind::kFingerprintDiffers, table.ports, "hash.port: "}};
 }
 
-Findings dropFromDictionary(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations dropFromDictionary(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   const TableFiles table = pickTable(files, random);
   if (portNumbers(files, table).empty()) {
     return {};
@@ -222,7 +224,8 @@ Findings dropFromDictionary(PackedFiles& files, const PackedFiles& /*others*/, R
   return {{Kind::kPortUndefined, table.ports, table.ports + " "}};
 }
 
-Findings editDictionaryDevice(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations editDictionaryDevice(PackedFiles& files, const PackedFiles& /*others*/,
+                                  Random& random) {
   const TableFiles table = pickTable(files, random);
   if (portNumbers(files, table).empty()) {
     return {};
@@ -232,7 +235,7 @@ Findings editDictionaryDevice(PackedFiles& files, const PackedFiles& /*others*/,
   return {{Kind::kDeviceUnknown, table.ports, "Elsewhere"}};
 }
 
-Findings editText(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
+Expectations editText(PackedFiles& files, const PackedFiles& /*others*/, Random& random) {
   const TableFiles table = pickTable(files, random);
   const std::string member = random.percent(50) ? "tally" : "description";
   const std::vector<PlainJson*> records = recordsWith(files, table, member);

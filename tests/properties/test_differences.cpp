@@ -64,7 +64,7 @@ std::string printed(const std::vector<ToldDifference>& differences) {
   return text;
 }
 
-std::vector<LegacyEdit> allEdits() {
+std::vector<LegacyEdit> legacyEdits() {
   std::vector<LegacyEdit> edits = matrixEdits();
   const std::vector<LegacyEdit> ofRecords = recordEdits();
   edits.insert(edits.end(), ofRecords.begin(), ofRecords.end());
@@ -104,7 +104,7 @@ class Differences : public testing::Test {
 
   void requireAllEdits() const {
     std::cout << compared_ << " databases compared, " << clean_ << " of them clean\n";
-    for (const LegacyEdit& edit : allEdits()) {
+    for (const LegacyEdit& edit : legacyEdits()) {
       const auto made = edits_.find(edit.what);
       const std::uint32_t count = made == edits_.end() ? 0 : made->second;
       std::cout << edit.what << ": " << count << '\n';
@@ -133,7 +133,7 @@ class Differences : public testing::Test {
   void tryEdits(std::uint32_t seed) {
     generator::Random random = generator::seededRandom(seed);
     const LegacyFiles database = readLegacy(legacy_);
-    for (const LegacyEdit& edit : allEdits()) {
+    for (const LegacyEdit& edit : legacyEdits()) {
       LegacyFiles files = database;
       const std::vector<ToldDifference> expected = edit.make(files, random);
       if (!expected.empty()) {

@@ -27,7 +27,7 @@ using database::Findings;
 using database::Kind;
 using database::LegacyDatabase;
 
-std::vector<PackedEdit> allEdits() {
+std::vector<PackedEdit> packedEdits() {
   std::vector<PackedEdit> edits = setEdits();
   const std::vector<PackedEdit> ofTables = tableEdits();
   edits.insert(edits.end(), ofTables.begin(), ofTables.end());
@@ -123,7 +123,7 @@ class PackedSets : public testing::Test {
  protected:
   void tryEdits(const FileTexts& texts, const PackedFiles& others, std::uint32_t seed) {
     generator::Random random = generator::seededRandom(seed);
-    for (const PackedEdit& edit : allEdits()) {
+    for (const PackedEdit& edit : packedEdits()) {
       PackedFiles files = parsed(texts);
       const std::vector<Expected> expected = edit.make(files, others, random);
       if (!expected.empty()) {
@@ -135,7 +135,7 @@ class PackedSets : public testing::Test {
 
   /// Each edit that there is must have been tried.
   void requireAllEdits() const {
-    for (const PackedEdit& edit : allEdits()) {
+    for (const PackedEdit& edit : packedEdits()) {
       const auto made = edits_.find(edit.what);
       const std::uint32_t count = made == edits_.end() ? 0 : made->second;
       std::cout << edit.what << ": " << count << '\n';
