@@ -1,8 +1,11 @@
 # Shared by the toolchain files: Debian's cross compiler, libraries unpacked by
-# scripts/setup-cross, and the user-mode emulator, which needs no registration in the kernel.
+# scripts/setup-cross, and the user-mode emulator, which needs no registration in the kernel, where
+# the toolchain file names one.
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_CXX_COMPILER ${QUENFOLD_TRIPLET}-g++)
-set(CMAKE_CROSSCOMPILING_EMULATOR ${QUENFOLD_QEMU};-L;/usr/${QUENFOLD_TRIPLET})
+if(DEFINED QUENFOLD_QEMU)
+  set(CMAKE_CROSSCOMPILING_EMULATOR ${QUENFOLD_QEMU};-L;/usr/${QUENFOLD_TRIPLET})
+endif()
 
 cmake_path(SET QUENFOLD_SYSROOT NORMALIZE
            "${CMAKE_CURRENT_LIST_DIR}/../../build/sysroot/${QUENFOLD_ARCH}")
