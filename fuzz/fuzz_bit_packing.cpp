@@ -33,10 +33,18 @@ void requirePlaces(const std::vector<BitPackToken>& fields) {
 }  // namespace
 }  // namespace quenfold
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzBitPacking(std::string_view input) {
   const std::vector<BitPackToken> fields = fieldsOf(input);
   requirePlaces(fields);
   const std::string written = writeBitPacking(parseBitPacking(input));
   requireEqual(writeBitPacking(fieldsOf(written)), writeBitPacking(fields),
                "fields are read as they were written");
 }
+
+const Target kBitPacking("bit_packing", fuzzBitPacking);
+
+}  // namespace
+}  // namespace quenfold::fuzz

@@ -10,9 +10,8 @@
 #include "matrices/pack.h"
 #include "target.h"
 
+namespace quenfold {
 namespace {
-
-using namespace quenfold;
 
 /// What is packed in memory is what the conversion writes.
 void requireSameMatrices(const database::FileTexts& texts, const std::string& matrices) {
@@ -24,8 +23,12 @@ void requireSameMatrices(const database::FileTexts& texts, const std::string& ma
 }
 
 }  // namespace
+}  // namespace quenfold
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzDatabaseLegacy(std::string_view input) {
   const std::vector<InputFile> files = splitInput(input);
   placeFiles(files, {"matrices.json", "sources.json", "destinations.json"});
   const database::LegacyDatabase legacy = database::readLegacyDatabase(workFolder());
@@ -36,3 +39,8 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
   matrices.erase(std::remove(matrices.begin(), matrices.end(), '\n'), matrices.end());
   requireSameMatrices(set.texts, matrices);
 }
+
+const Target kDatabaseLegacy("database_legacy", fuzzDatabaseLegacy);
+
+}  // namespace
+}  // namespace quenfold::fuzz

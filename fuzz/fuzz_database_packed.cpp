@@ -9,7 +9,10 @@
 #include "json/document.h"
 #include "target.h"
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzDatabasePacked(std::string_view input) {
   const std::vector<std::string> names = database::fileNames(database::Form::kPacked);
   placeFiles(splitInput(input), {names.begin(), names.end()});
   const database::FileTexts texts = database::readPackedFiles(workFolder());
@@ -19,3 +22,8 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
   const database::Model model = database::modelOf(packed);
   require(model.devices.size() == packed.devices.size(), "all devices are in the model");
 }
+
+const Target kDatabasePacked("database_packed", fuzzDatabasePacked);
+
+}  // namespace
+}  // namespace quenfold::fuzz

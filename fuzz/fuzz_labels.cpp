@@ -9,7 +9,10 @@
 #include "json/label_files.h"
 #include "target.h"
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzLabels(std::string_view input) {
   const std::string devicesName = packedFileName(kDeviceLabelsSection);
   const std::string portsName = packedFileName(kPortLabelsSection);
   placeFiles(splitInput(input), {devicesName, portsName});
@@ -25,3 +28,8 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
   require(loadPortLabels(portsPath, true, labelOfDevice(devices)).size() == keyOf.size(),
           "renaming devices leaves the labels as they are");
 }
+
+const Target kLabels("labels", fuzzLabels);
+
+}  // namespace
+}  // namespace quenfold::fuzz

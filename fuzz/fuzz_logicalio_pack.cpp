@@ -8,7 +8,10 @@
 #include "logicalio/pack.h"
 #include "target.h"
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzLogicalioPack(std::string_view input) {
   const std::vector<InputFile> files = splitInput(input);
   placeFiles(files, {"dbpack_deviceLabels.json", "dbpack_portLabels.json"});
   const InputFile* table = findFile(files, "sources.json");
@@ -17,3 +20,8 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
   convertVelmoraToPacked(workFolder(), joinPath(workFolder(), chosen.name),
                          std::string(chosen.text), workFolder());
 }
+
+const Target kLogicalioPack("logicalio_pack", fuzzLogicalioPack);
+
+}  // namespace
+}  // namespace quenfold::fuzz

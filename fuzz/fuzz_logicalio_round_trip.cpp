@@ -87,7 +87,10 @@ void requireWayBack(const Table& table) {
 }  // namespace
 }  // namespace quenfold
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzLogicalioRoundTrip(std::string_view input) {
   generator::Random random = randomOf(input);
   mustSucceed([&] {
     const generator::Plant plant = drawPlant(random);
@@ -96,3 +99,8 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
     return true;
   });
 }
+
+const Target kLogicalioRoundTrip("logicalio_round_trip", fuzzLogicalioRoundTrip);
+
+}  // namespace
+}  // namespace quenfold::fuzz

@@ -6,10 +6,18 @@
 #include "logicalio/unpack.h"
 #include "target.h"
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzLogicalioUnpack(std::string_view input) {
   placeFiles(splitInput(input), {"Ports.json", "Labels.json", "LegacyCategories.json",
                                  "dbpack_deviceLabels.json", "dbpack_portLabels.json"});
   const auto [legacy, fingerprints] = convertPackedToVelmora("", workFolder());
   require(parseCJson(legacy) != nullptr, "the legacy text is JSON");
   require(parseCJson(fingerprints) != nullptr, "the fingerprint text is JSON");
 }
+
+const Target kLogicalioUnpack("logicalio_unpack", fuzzLogicalioUnpack);
+
+}  // namespace
+}  // namespace quenfold::fuzz

@@ -6,6 +6,14 @@
 #include "matrices/pack.h"
 #include "target.h"
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzMatricesPack(std::string_view input) {
   convertMatricesToPacked("matrices.json", std::string(input), workFolder());
 }
+
+const Target kMatricesPack("matrices_pack", fuzzMatricesPack);
+
+}  // namespace
+}  // namespace quenfold::fuzz

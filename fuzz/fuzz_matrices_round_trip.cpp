@@ -8,7 +8,10 @@
 #include "random_plant.h"
 #include "target.h"
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzMatricesRoundTrip(std::string_view input) {
   generator::Random random = randomOf(input);
   const std::string legacy = mustSucceed([&] { return matricesTextOf(drawPlant(random)); });
   mustSucceed([&] {
@@ -17,3 +20,8 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
   });
   requireEqual(bytesOf("matrices.json"), legacy, "canonical matrices come back");
 }
+
+const Target kMatricesRoundTrip("matrices_round_trip", fuzzMatricesRoundTrip);
+
+}  // namespace
+}  // namespace quenfold::fuzz

@@ -8,7 +8,10 @@
 #include "matrices/unpack.h"
 #include "target.h"
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzMatricesUnpack(std::string_view input) {
   placeFiles(splitInput(input),
              {"dbpack_matrices.json", "dbpack_deviceLabels.json", "dbpack_portLabels.json"});
   convertPackedMatrices(workFolder(),
@@ -16,3 +19,8 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
                          "portLabels.json", "userPortLabels.json"},
                         joinPath(workFolder(), "out"));
 }
+
+const Target kMatricesUnpack("matrices_unpack", fuzzMatricesUnpack);
+
+}  // namespace
+}  // namespace quenfold::fuzz

@@ -70,7 +70,10 @@ void checkSplit(std::string_view text) {
 }  // namespace
 }  // namespace quenfold
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzNumbers(std::string_view input) {
   // The C library stops at a zero byte wherever it stands.
   const std::string text(input);
   for (const int base : kBases) {
@@ -85,3 +88,8 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
   checkSplit(input);
   static_cast<void>(split_itr(input, '.'));  // throws for more than five pieces
 }
+
+const Target kNumbers("numbers", fuzzNumbers);
+
+}  // namespace
+}  // namespace quenfold::fuzz

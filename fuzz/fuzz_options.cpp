@@ -32,7 +32,10 @@ void requireSame(const Options& left, const Options& right) {
 }  // namespace
 }  // namespace quenfold
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzOptions(std::string_view input) {
   std::string line(input);
   std::replace(line.begin(), line.end(), '\n', ' ');
   std::vector<std::string> words = split(line, ' ');
@@ -50,3 +53,8 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
     requireSame(*options, *again);
   }
 }
+
+const Target kOptions("options", fuzzOptions);
+
+}  // namespace
+}  // namespace quenfold::fuzz

@@ -63,7 +63,10 @@ PortDict reloaded(const PortDict& dict) {
 }  // namespace
 }  // namespace quenfold
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzPortKey(std::string_view input) {
   PortDict dict;
   const std::vector<Registered> registered = registerAll(input, dict);
   constexpr std::uint32_t kPackedBits = 32;
@@ -82,3 +85,8 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
     }
   }
 }
+
+const Target kPortKey("port_key", fuzzPortKey);
+
+}  // namespace
+}  // namespace quenfold::fuzz

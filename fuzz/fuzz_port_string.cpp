@@ -26,7 +26,10 @@ void requireParts(std::string_view text, const SplitPort& parts) {
 }  // namespace
 }  // namespace quenfold
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzPortString(std::string_view input) {
   const SplitPort parts = splitPort(input);
   requireParts(input, parts);
   const PortString port = parsePortString(parts.port);
@@ -38,3 +41,8 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
   require(classifyPortType(port.name) == classifyPortType(written),
           "the number does not matter to the direction");
 }
+
+const Target kPortString("port_string", fuzzPortString);
+
+}  // namespace
+}  // namespace quenfold::fuzz

@@ -48,7 +48,10 @@ std::int64_t portsOf(const unpacking::PortTree& tree) {
 }  // namespace
 }  // namespace quenfold
 
-void quenfold::fuzz::fuzzOne(std::string_view input) {
+namespace quenfold::fuzz {
+namespace {
+
+void fuzzPortTree(std::string_view input) {
   std::string text(input);
   const JsonDocument document = parseJson(text);
   const JsonValue* const matrices = findMember(document, kMatricesSection);
@@ -70,3 +73,8 @@ void quenfold::fuzz::fuzzOne(std::string_view input) {
   std::string legacyText = bytesOf("matrices.json");
   require(parseJson(legacyText).IsObject(), "the legacy text is JSON");
 }
+
+const Target kPortTree("port_tree", fuzzPortTree);
+
+}  // namespace
+}  // namespace quenfold::fuzz

@@ -5,9 +5,23 @@
 #include <cstdlib>
 #include <iostream>
 #include <streambuf>
+#include <utility>
 
 namespace quenfold::fuzz {
 namespace {
+
+/// The targets, each of which leads to the next. Set before the first of them is made.
+const Target* allTargets = nullptr;
+
+Target::FuzzOne chosenTarget() {
+  const char* const name = std::getenv("QUENFOLD_FUZZ_TARGET");
+  const Target::FuzzOne chosen = Target::find(name == nullptr ? "" : name);
+  if (chosen == nullptr) {
+    std::cerr << "QUENFOLD_FUZZ_TARGET names no fuzz target" << std::endl;
+    std::exit(2);
+  }
+  return chosen;
+}
 
 class DiscardBuffer : public std::streambuf {
  protected:
@@ -33,6 +47,17 @@ std::streambuf* const kStandardError = std::cerr.rdbuf();
 
 }  // namespace
 
+Target::Target(std::string_view name, FuzzOne fuzzOne) noexcept
+    : name_(name), fuzzOne_(fuzzOne), others_(std::exchange(allTargets, this)) {}
+
+Target::FuzzOne Target::find(std::string_view name) {
+  const Target* target = allTargets;
+  while (target != nullptr && target->name_ != name) {
+    target = target->others_;
+  }
+  return target == nullptr ? nullptr : target->fuzzOne_;
+}
+
 void require(bool holds, std::string_view property) {
   if (!holds) {
     std::ostream(kStandardError) << "violated: " << property << std::endl;
@@ -52,9 +77,10 @@ void requireEqual(std::string_view left, std::string_view right, std::string_vie
 }  // namespace quenfold::fuzz
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const quenfold::fuzz::Target::FuzzOne fuzzOne = quenfold::fuzz::chosenTarget();
   const quenfold::fuzz::QuietStandardError quiet;
   try {
-    quenfold::fuzz::fuzzOne({reinterpret_cast<const char*>(data), size});
+    fuzzOne({reinterpret_cast<const char*>(data), size});
   } catch (const std::exception&) {
     // The run's proper end.
   }

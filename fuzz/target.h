@@ -6,17 +6,34 @@
 #include <string>
 #include <string_view>
 
-/// One run of the target on an input; the name is the fuzzer's.
+/// One run on an input, of the target that the environment names in QUENFOLD_FUZZ_TARGET; ends the
+/// process where it names none. The function's name is the fuzzer's.
 // NOLINTNEXTLINE(readability-identifier-naming)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
-/// What every fuzz target is made of: a target is one `fuzzOne` and nothing else.
+/// What every fuzz target is made of: a target is one constant of type Target in a file of its own.
 namespace quenfold::fuzz {
 
-/// Does with one input what the target is about. A std::exception is a proper outcome, as it is for
-/// the program's main; anything else thrown, and what the sanitizers find, ends the process.
-/// Standard error is discarded meanwhile. The input's last byte is the last that may be read.
-void fuzzOne(std::string_view input);
+/// A function that is given inputs, known by its name, which is its file's without "fuzz_" in
+/// front.
+class Target {
+ public:
+  /// Does with one input what the target is about. A std::exception is a proper outcome, as it is
+  /// for the program's main; anything else thrown, and what the sanitizers find, ends the process.
+  /// Standard error is discarded meanwhile. The input's last byte is the last that may be read.
+  using FuzzOne = void (*)(std::string_view input);
+
+  /// Both arguments, and the target, last as long as the process.
+  Target(std::string_view name, FuzzOne fuzzOne) noexcept;
+
+  /// The target's function, or null for an unknown name.
+  static FuzzOne find(std::string_view name);
+
+ private:
+  std::string_view name_;
+  FuzzOne fuzzOne_;
+  const Target* others_;
+};
 
 /// Ends the process with the message unless the property holds.
 void require(bool holds, std::string_view property);
